@@ -1,0 +1,20 @@
+#pragma once
+// The sub-commands of arden-forge-cli. Each takes the arguments after its own name and
+// returns the process exit code (see CliSupport.h).
+#include "cli/CliSupport.h"
+
+namespace arden::cli {
+
+// Configuration files (ConfigCommands.cpp)
+int runNew(Args args);
+int runShow(Args args);
+int runResave(Args args);
+int runCheck(Args args);
+
+// Virtual disks (DiskCommands.cpp)
+int runDisk(Args args);
+
+// Favourites (FavoriteCommands.cpp)
+int runFavorites(Args args);
+
+}  // namespace arden::cli

@@ -1,0 +1,56 @@
+// arden-forge-cli: the configuration engine, disks and favourites of Arden Forge, scriptable.
+#include <iostream>
+#include <string>
+#include <vector>
+
+#include "cli/CliCommands.h"
+
+namespace {
+
+struct Command {
+    const char* name;
+    int (*run)(arden::cli::Args);
+    const char* usage;
+};
+
+const Command kCommands[] = {
+    {"new", arden::cli::runNew,
+     "new FOLDER NAME [--platform P] [--version V]\n"
+     "      Write FOLDER/NAME.vmx with the settings of a new machine and print its path.\n"
+     "      P: \"GSX Server\", \"Workstation\" (default), \"Player\" or \"Server\";\n"
+     "      V: one of P's versions (default: P's last version)."},
+    {"show", arden::cli::runShow,
+     "show FILE\n"
+     "      Print the configuration as the editor shows it: product, guest, memory,\n"
+     "      the hardware list and the number of kept lines."},
+    {"resave", arden::cli::runResave,
+     "resave FILE [--output OUT] [--backup]\n"
+     "      Load FILE and write it back (to OUT when given); --backup first copies FILE to FILE.bak."},
+    {"check", arden::cli::runCheck,
+     "check FILE\n"
+     "      Load FILE and run the save checks without writing."},
+};
+
+int printHelp(std::ostream& out) {
+    out << "Usage: arden-forge-cli COMMAND [ARGS]\n\nCommands:\n";
+    for (const Command& c : kCommands) out << "  " << c.usage << "\n";
+    out << "\nExit codes: 0 success, 1 refused (the reason is printed as \"title: text\"), 2 usage error.\n";
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::vector<std::string> args(argv + 1, argv + argc);
+    if (args.empty() || args[0] == "help" || args[0] == "--help" || args[0] == "-h") {
+        return printHelp(args.empty() ? std::cerr : std::cout) == 0 && args.empty()
+                   ? arden::cli::UsageError
+                   : 0;
+    }
+    std::string name = args[0];
+    args.erase(args.begin());
+    for (const Command& c : kCommands) {
+        if (name == c.name) return c.run(std::move(args));
+    }
+    return arden::cli::usageError("unknown command '" + name + "'");
+}
