@@ -1,0 +1,82 @@
+#pragma once
+// Product data that the editor only reads: the target platforms and their versions, the
+// guest families and the guest table, memory limits, device maxima and the file-format
+// numbers per platform and version, and the lists that depend on them.
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace arden {
+
+// Platform positions of the target-platform list.
+enum PlatformIndex : int { kGsxServer = 0, kWorkstation = 1, kPlayer = 2, kServer = 3 };
+constexpr int kPlatformCount = 4;
+
+// Guest family numbers (columns of the guest table).
+enum GuestFamily : int { kFamilyWindows = 0, kFamilyLinux = 1, kFamilyNetWare = 2, kFamilySolaris = 3, kFamilyOther = 4 };
+constexpr int kGuestFamilyCount = 5;
+
+// Fixed English platform names ("GSX Server", "Workstation", "Player", "Server"); the list
+// shows the localised texts 213-216.
+std::string_view platformName(int platform);
+constexpr int platformNameId(int platform) { return 213 + platform; }
+std::optional<int> platformFromName(std::string_view name);  // case-insensitive
+
+// The versions a platform offers, in list order ("2.5x", "3.x" for GSX Server ...).
+std::span<const std::string_view> platformVersions(int platform);
+std::optional<int> versionFromText(int platform, std::string_view text);
+// The last version of a platform (the default when none is chosen).
+int lastVersion(int platform);
+
+// Figures of one platform and version.
+struct ProductFigures {
+    int configVersion;      // written as "config.version"
+    int virtualHwVersion;   // written as "virtualHW.version"
+    int memoryMinMb;
+    int memoryMaxMb;
+    int maxCpus;
+    int maxNics;
+    int maxScsiControllers;
+};
+
+// Figures of (platform, version position), or nothing for a combination that does not exist.
+std::optional<ProductFigures> productFigures(int platform, int version);
+
+// The guest families offered for (platform, version), as family numbers in list order.
+std::vector<int> offeredGuestFamilies(int platform, int version);
+constexpr int guestFamilyNameId(int family) { return 220 + family; }
+std::string_view guestFamilyName(int family);  // fixed English
+
+// One cell of the guest table.
+struct GuestEntry {
+    std::string_view name;        // shown in the guest-version list
+    std::string_view identifier;  // written as "guestOS"
+    int recommendedMemoryMb;      // memory a new machine with this guest starts with
+};
+
+// The versions of a family, in list order (every non-empty cell of the family's column).
+std::span<const GuestEntry> guestVersions(int family);
+
+// Looks up a "guestOS" identifier (without regard to case, including the legacy aliases the
+// products accept). Returns family and version position.
+struct GuestPosition { int family; int version; };
+std::optional<GuestPosition> findGuest(std::string_view identifier);
+
+// Network-adapter types offered for (platform, version): "AMD Lance", "VMXNet", and "E1000"
+// for Workstation 5.5x, Player and Server. Position n writes nicTypeValue(n).
+std::vector<std::string_view> nicTypeEntries(int platform, int version);
+bool e1000Offered(int platform, int version);
+std::string_view nicTypeValue(int position);                 // "vlance", "vmxnet", "e1000"
+std::optional<int> nicTypePosition(std::string_view value);  // inverse, case-insensitive
+
+// "VMnet0 (Bridged)" ... "VMnet9": position n stands for host network "VMnet" + n.
+std::span<const std::string_view> nicConnectionEntries();
+
+// Platform and version comment lines of the configuration file.
+std::string_view platformCommentLine(int platform);  // "# Platform = Workstation"
+// "# Version = 5.5x" for an existing (platform, version), else empty.
+std::string versionCommentLine(int platform, int version);
+
+}  // namespace arden

@@ -1,0 +1,42 @@
+#pragma once
+// Saving a configuration: the checks that refuse a save, the creation of a missing folder,
+// the atomic write, and the backup copy made when an existing file is opened for editing.
+#include <filesystem>
+#include <optional>
+#include <string>
+
+#include "core/config/VmConfiguration.h"
+#include "core/support/Message.h"
+
+namespace arden {
+
+// Enabled SCSI controllers, network adapters and sound adapters, plus one: the tally the
+// save compares with 6.
+int pciDeviceTally(const VmConfiguration& config);
+
+// The checks run before anything is written: file name and folder present ("Missing Data"),
+// at most five enabled PCI devices ("Too many virtual PCI Devices enabled"). Returns the
+// refusal, or nothing when the save may go ahead.
+std::optional<Message> checkSave(const VmConfiguration& config);
+
+// A question to ask before writing over a file that the product has open (a "NAME.vmx.lck"
+// folder beside it), or nothing.
+std::optional<Message> inUseQuestion(const VmConfiguration& config);
+
+struct SaveResult {
+    bool written = false;
+    std::string path;                // the file written (or that would have been)
+    std::string text;                // the text written
+    std::optional<Message> refusal;  // a check's refusal or the write failure
+};
+
+// Runs the checks, creates a missing folder (one level), writes the file atomically.
+// CreateVmxFile of the editor: `written` is its TRUE/FALSE.
+SaveResult CreateVmxFile(const VmConfiguration& config);
+
+// Copies `vmxPath` to vmxPath + ".bak", replacing an older copy. Returns the notice to show
+// ("Backup Made" / "Backup file created as: " + path) or, when the copy fails, a warning that
+// names the file and the reason.
+Message makeBackup(const std::filesystem::path& vmxPath, bool& ok);
+
+}  // namespace arden
