@@ -1,0 +1,164 @@
+// arden-forge-cli new | show | resave | check: configuration files through the same core as
+// the editor.
+#include <filesystem>
+#include <iostream>
+#include <random>
+
+#include "cli/CliCommands.h"
+#include "core/config/SaveFlow.h"
+#include "core/config/VmxLoader.h"
+#include "core/hardware/DeviceTexts.h"
+#include "core/shell/GetText.h"
+
+namespace arden::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string allowedVersions(int platform) {
+    std::string text;
+    for (std::string_view v : platformVersions(platform)) text += (text.empty() ? "\"" : ", \"") + std::string(v) + "\"";
+    return text;
+}
+
+// Loads a configuration; prints the refusal and returns nothing when it cannot be read.
+std::optional<VmConfiguration> load(const std::string& file, bool printNotices = true) {
+    LoadResult r = loadVmxFile(fs::absolute(file));
+    if (!r.ok) {
+        printMessage(*r.error);
+        return std::nullopt;
+    }
+    if (printNotices) {
+        for (const LoadNotice& n : r.notices) std::cerr << file << ":" << n.line << ": " << n.text << '\n';
+    }
+    return std::move(r.config);
+}
+
+// Saves through the editor's save flow. A machine that a VMware product has open is not
+// written over: the question is answered No.
+int save(const VmConfiguration& config) {
+    if (auto question = inUseQuestion(config)) {
+        printMessage(*question);
+        std::cerr << "Answered No: nothing was written.\n";
+        return Refused;
+    }
+    SaveResult r = CreateVmxFile(config);
+    if (!r.written) {
+        printMessage(*r.refusal);
+        return Refused;
+    }
+    std::cout << r.path << '\n';
+    return Success;
+}
+
+}  // namespace
+
+int runNew(Args args) {
+    bool missing = false;
+    auto platformText = takeOption(args, "--platform", missing);
+    auto versionText = takeOption(args, "--version", missing);
+    if (missing) return usageError("--platform and --version need a value");
+    if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
+    if (args.size() != 2) return usageError("new needs a FOLDER and a NAME");
+
+    int platform = kWorkstation;
+    if (platformText) {
+        auto p = platformFromName(*platformText);
+        if (!p) return usageError("unknown platform \"" + *platformText + "\"; use \"GSX Server\", \"Workstation\", \"Player\" or \"Server\"");
+        platform = *p;
+    }
+    int version = lastVersion(platform);
+    if (versionText) {
+        auto v = versionFromText(platform, *versionText);
+        if (!v) return usageError(std::string(platformName(platform)) + " has no version \"" + *versionText + "\"; use " + allowedVersions(platform));
+        version = *v;
+    }
+
+    std::random_device random;
+    VmConfiguration config = VmConfiguration::newMachine(args[1], args[0], GetText(26), random());
+    config.product.platform = platform;
+    config.product.version = version;
+    std::error_code ec;
+    if (fs::exists(config.vmxPath(), ec)) {
+        printMessage(Message{MessageKind::Critical, {TextPart::fixed("File Exists")},
+                             {TextPart::fixed(config.vmxPath() + " already exists; choose another name or folder")}});
+        return Refused;
+    }
+    return save(config);
+}
+
+int runShow(Args args) {
+    if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
+    if (args.size() != 1) return usageError("show needs one FILE");
+    auto config = load(args[0]);
+    if (!config) return Refused;
+    const ProductSettings& p = config->product;
+    auto versions = platformVersions(p.platform);
+    std::cout << "File: " << config->vmxPath() << '\n';
+    std::cout << "Display name: " << config->identity.displayName << '\n';
+    std::cout << "Product: " << platformName(p.platform) << ' '
+              << (p.version >= 0 && static_cast<std::size_t>(p.version) < versions.size()
+                      ? std::string(versions[static_cast<std::size_t>(p.version)])
+                      : std::string("(no version chosen)"))
+              << '\n';
+    std::cout << "Guest: ";
+    if (auto g = findGuest(p.guestId)) {
+        std::cout << guestFamilyName(g->family) << ", " << guestVersions(g->family)[static_cast<std::size_t>(g->version)].name
+                  << " (" << p.guestId << ")\n";
+    } else {
+        std::cout << p.guestId << " (not in the guest list)\n";
+    }
+    for (const Device& m : config->devices.devices(DeviceType::Memory)) std::cout << "Memory: " << m.settings.text("memsize") << " MB\n";
+    std::cout << "Hardware:\n";
+    for (const HardwareListEntry& e : config->devices.hardwareList()) {
+        const Device* d = config->devices.find(e.type, e.identifier);
+        std::string node = d ? nodeLabel(d->node) : std::string{};
+        std::cout << "  " << e.text << '\t' << e.summary << '\t' << node << '\n';
+    }
+    std::cout << "Kept lines: " << config->keptLines.size() << '\n';
+    return Success;
+}
+
+int runResave(Args args) {
+    bool missing = false;
+    auto output = takeOption(args, "--output", missing);
+    bool backup = takeFlag(args, "--backup");
+    if (missing) return usageError("--output needs a file name");
+    if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
+    if (args.size() != 1) return usageError("resave needs one FILE");
+    auto config = load(args[0]);
+    if (!config) return Refused;
+    if (backup) {
+        bool ok = false;
+        Message notice = makeBackup(fs::absolute(args[0]), ok);
+        printMessage(notice);
+        if (!ok) return Refused;
+    }
+    if (output) {
+        fs::path out = fs::absolute(*output);
+        std::string folder = out.parent_path().string();
+        if (!folder.empty() && folder.back() != '/') folder += '/';
+        config->identity.vmxFolder = folder;
+        config->identity.vmxFileName = out.filename().string();
+    }
+    return save(*config);
+}
+
+int runCheck(Args args) {
+    if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
+    if (args.size() != 1) return usageError("check needs one FILE");
+    auto config = load(args[0]);
+    if (!config) return Refused;
+    if (auto refusal = checkSave(*config)) {
+        printMessage(*refusal);
+        return Refused;
+    }
+    if (auto question = inUseQuestion(*config)) {
+        printMessage(*question);
+        return Refused;
+    }
+    std::cout << config->vmxPath() << ": the save checks pass\n";
+    return Success;
+}
+
+}  // namespace arden::cli

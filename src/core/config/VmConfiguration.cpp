@@ -1,0 +1,46 @@
+#include "core/config/VmConfiguration.h"
+
+#include "core/hardware/DeviceDefaults.h"
+
+namespace arden {
+
+VmConfiguration VmConfiguration::newMachine(const std::string& displayName, const std::string& folder,
+                                            const std::string& defaultName, std::uint32_t macSeed) {
+    VmConfiguration c;
+    const std::string name = displayName.empty() ? defaultName : displayName;
+    c.identity.vmxFileName = name + ".vmx";
+    c.identity.displayName = name;
+    c.identity.vmxFolder = folder;
+    const GuestEntry& guest = guestVersions(c.product.guestFamily)[static_cast<std::size_t>(c.product.guestVersion)];
+    addNewMachineDevices(c.devices, guest.recommendedMemoryMb, macSeed);
+    return c;
+}
+
+ProductFigures VmConfiguration::figures() const {
+    if (auto f = productFigures(product.platform, product.version)) return *f;
+    if (auto f = productFigures(product.platform, lastVersion(product.platform))) return *f;
+    return *productFigures(kWorkstation, lastVersion(kWorkstation));
+}
+
+std::string VmConfiguration::vmxPath() const {
+    const std::string& folder = identity.vmxFolder;
+    if (folder.empty()) return identity.vmxFileName;
+    char last = folder.back();
+    if (last == '/' || last == '\\') return folder + identity.vmxFileName;
+#ifdef _WIN32
+    return folder + "\\" + identity.vmxFileName;
+#else
+    return folder + "/" + identity.vmxFileName;
+#endif
+}
+
+bool VmConfiguration::selectGuest(int family, int version) {
+    auto rows = guestVersions(family);
+    if (version < 0 || static_cast<std::size_t>(version) >= rows.size()) return false;
+    product.guestFamily = family;
+    product.guestVersion = version;
+    product.guestId = std::string(rows[static_cast<std::size_t>(version)].identifier);
+    return true;
+}
+
+}  // namespace arden

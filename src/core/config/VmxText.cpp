@@ -1,0 +1,54 @@
+#include "core/config/VmxText.h"
+
+#include <string>
+
+#include "core/support/TextUtil.h"
+
+#ifndef ARDEN_VERSION
+#define ARDEN_VERSION "1.0.0"
+#endif
+
+namespace arden::vmx {
+namespace {
+
+constexpr FixedKey kClusterKeys[] = {
+    {"disk.locking", "FALSE"},
+    {"diskLib.dataCacheMaxSize", "0"},
+    {"diskLib.dataCacheMaxReadAheadSize", "0"},
+    {"diskLib.dataCacheMinReadAheadSize", "0"},
+    {"diskLib.dataCachePageSize", "4096"},
+    {"diskLib.maxUnsyncedWrites", "0"},
+    {"scsi0:0.sharedBus", "virtual"},
+    {"scsi0:0.mode", "independent-persistent"},
+    {"scsi0:0.deviceType", "plainDisk"},
+    {"scsi0:1.sharedBus", "virtual"},
+    {"scsi0:1.mode", "independent-persistent"},
+    {"scsi0:1.deviceType", "plainDisk"},
+};
+
+constexpr std::string_view kProgramTitle = "Arden Forge";
+
+}  // namespace
+
+std::string_view titleLine() {
+    static const std::string line = std::string(kTitlePrefix) + std::string(kProgramTitle) + " " + ARDEN_VERSION;
+    return line;
+}
+
+std::span<const FixedKey> clusterKeys() { return kClusterKeys; }
+
+bool isOwnBannerLine(std::string_view line) {
+    line = trimBlanks(line);
+    if (line == kRule || line == kShortRule || line == kGeneratedBy || line == kOtherParamsBanner ||
+        line == kEndBanner)
+        return true;
+    if (line.substr(0, kTitlePrefix.size()) != kTitlePrefix) return false;
+    std::string_view rest = line.substr(kTitlePrefix.size());
+    // A section line: seven "#", a blank, the section name and a run of "#".
+    if (!rest.empty() && rest.front() != '#' && rest.back() == '#' && rest.find(" #") != std::string_view::npos)
+        return true;
+    // The title line of any version of the program.
+    return rest.substr(0, kProgramTitle.size()) == kProgramTitle;
+}
+
+}  // namespace arden::vmx

@@ -1,0 +1,318 @@
+#include "core/config/VmxWriter.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "core/config/VmxText.h"
+#include "core/hardware/DeviceKeys.h"
+#include "core/support/TextUtil.h"
+
+namespace arden {
+namespace {
+
+// Collects the lines of the file. A key is written at most once (in any letter case): the
+// first value given wins, so a device's own setting stands before a fixed clustering value
+// for the same key.
+class VmxLines {
+public:
+    void raw(std::string_view line) { lines_.emplace_back(line); }
+    void blank() { lines_.emplace_back(); }
+    void banner(std::string_view line) {
+        blank();
+        raw(line);
+    }
+
+    void setting(std::string_view key, std::string_view value, std::string_view separator = " = ") {
+        std::string lower = toLowerAscii(key);
+        if (!written_.emplace(std::move(lower), lines_.size()).second) return;
+        std::string line;
+        line.reserve(key.size() + value.size() + 6);
+        line.append(key).append(separator).push_back('"');
+        for (char c : value) {
+            // A double quote inside a value would end it early: VMware's own escape is "|22".
+            if (c == '"') line += "|22";
+            else line += c;
+        }
+        line.push_back('"');
+        lines_.push_back(std::move(line));
+    }
+    void flag(std::string_view key, bool value) { setting(key, value ? "TRUE" : "FALSE"); }
+
+    bool hasKey(std::string_view key) const { return written_.count(toLowerAscii(key)) != 0; }
+
+    std::string join() const {
+        std::size_t size = 0;
+        for (const auto& l : lines_) size += l.size() + 2;
+        std::string out;
+        out.reserve(size);
+        for (const auto& l : lines_) {
+            out += l;
+            out += vmx::kLineEnd;
+        }
+        return out;
+    }
+
+private:
+    std::vector<std::string> lines_;
+    std::unordered_map<std::string, std::size_t> written_;
+};
+
+std::string keyPrefix(const Device& d) {
+    switch (d.type) {
+        case DeviceType::Floppy: return "floppy" + std::to_string(d.number);
+        case DeviceType::ParallelPort: return "parallel" + std::to_string(d.number);
+        case DeviceType::SerialPort: return "serial" + std::to_string(d.number);
+        case DeviceType::Network: return "ethernet" + std::to_string(d.number);
+        case DeviceType::IdeController: return "ide" + std::to_string(d.number);
+        case DeviceType::ScsiController: return "scsi" + std::to_string(d.number);
+        case DeviceType::Sound: return "sound";
+        case DeviceType::Usb: return "usb";
+        case DeviceType::Mouse: return "vmmouse";
+        case DeviceType::HardDisk:
+        case DeviceType::CdRom:
+        case DeviceType::GenericScsi:
+            return toLowerAscii(d.node.ControllerType()) + std::to_string(d.node.ControllerNumber()) + ":" +
+                   std::to_string(d.node.NodeNumber());
+        default: return {};
+    }
+}
+
+// Whether a set key of a device is written, given the device's other settings.
+bool keyApplies(const Device& d, std::string_view suffix) {
+    const DeviceSettings& s = d.settings;
+    if (d.type == DeviceType::Network) {
+        auto addressType = s.get(".addressType");
+        if (suffix == ".vnet") return equalsIgnoreCase(s.text(".connectionType"), "custom");
+        if (suffix == ".address") return !addressType || equalsIgnoreCase(*addressType, "static");
+        if (suffix == ".generatedAddress" || suffix == ".generatedAddressOffset")
+            return !addressType || equalsIgnoreCase(*addressType, "generated");
+    }
+    if (d.type == DeviceType::Sound && suffix == ".synth.operational")
+        return equalsIgnoreCase(s.text(".virtualDev"), "sb16") && s.flag(suffix, false);
+    return true;
+}
+
+void writeDevice(VmxLines& out, const Device& d, const std::string& vmxFolder) {
+    const std::string prefix = keyPrefix(d);
+    const bool node = isNodeDevice(d.type);
+    const bool autoDetect = node && equalsIgnoreCase(d.settings.text(".fileName"), "auto detect");
+    for (const DeviceKey& key : deviceKeys(d.type)) {
+        std::string name = prefix + std::string(key.suffix);
+        if (node && key.suffix == ".autodetect" && autoDetect) {
+            out.setting(name, "TRUE");
+            continue;
+        }
+        auto value = d.settings.get(key.suffix);
+        if (!value || !keyApplies(d, key.suffix)) continue;
+        if (key.suffix == ".fileName") out.setting(name, relativeToVmxFolder(*value, vmxFolder));
+        else out.setting(name, *value);
+    }
+}
+
+std::vector<const Device*> sortedByNumber(const DeviceStore& store, DeviceType type) {
+    std::vector<const Device*> list;
+    for (const Device& d : store.devices(type)) list.push_back(&d);
+    std::stable_sort(list.begin(), list.end(), [](const Device* a, const Device* b) { return a->number < b->number; });
+    return list;
+}
+
+// Disk-like devices on the nodes of one bus, by controller and node number.
+std::vector<const Device*> devicesOnBus(const DeviceStore& store, std::string_view bus) {
+    std::vector<const Device*> list;
+    for (DeviceType t : {DeviceType::HardDisk, DeviceType::CdRom, DeviceType::GenericScsi}) {
+        // Generic SCSI devices live on SCSI nodes only.
+        if (t == DeviceType::GenericScsi && bus != "SCSI") continue;
+        for (const Device& d : store.devices(t)) {
+            if (d.node.ControllerType() == bus && d.node.ControllerNumber() >= 0 && d.node.NodeNumber() >= 0)
+                list.push_back(&d);
+        }
+    }
+    std::stable_sort(list.begin(), list.end(), [](const Device* a, const Device* b) {
+        if (a->node.ControllerNumber() != b->node.ControllerNumber())
+            return a->node.ControllerNumber() < b->node.ControllerNumber();
+        return a->node.NodeNumber() < b->node.NodeNumber();
+    });
+    return list;
+}
+
+void writeSection(VmxLines& out, std::string_view banner, const std::vector<const Device*>& devices,
+                  const std::string& folder) {
+    if (devices.empty()) return;
+    out.banner(banner);
+    for (const Device* d : devices) writeDevice(out, *d, folder);
+}
+
+void writeIdentity(VmxLines& out, const VmConfiguration& c) {
+    out.banner(vmx::kIdentityBanner);
+    out.setting("displayName", c.identity.displayName);
+    std::string version = versionCommentLine(c.product.platform, c.product.version);
+    if (!version.empty()) {
+        out.raw(platformCommentLine(c.product.platform));
+        out.raw(version);
+    }
+    ProductFigures f = c.figures();
+    out.setting("config.version", std::to_string(f.configVersion));
+    out.setting("virtualHW.version", std::to_string(f.virtualHwVersion));
+    if (!c.product.guestId.empty()) out.setting("guestOS", c.product.guestId);
+    out.setting("workingDir", c.identity.workingDir);
+    if (!c.identity.notes.empty()) {
+        std::string notes;
+        const std::string& n = c.identity.notes;
+        for (std::size_t i = 0; i < n.size(); ++i) {
+            if (n[i] == '\r' && i + 1 < n.size() && n[i + 1] == '\n') {
+                notes += "|0D|0A";
+                ++i;
+            } else {
+                notes += n[i];
+            }
+        }
+        out.setting("annotation", notes);
+    }
+    const auto& cpus = c.devices.devices(DeviceType::Cpu);
+    if (!cpus.empty()) {
+        out.setting("numvcpus", std::to_string(cpus.size()), " =");
+        bool pae = std::any_of(cpus.begin(), cpus.end(), [](const Device& d) { return d.settings.flag("pae", false); });
+        if (pae) out.setting("paevm", "TRUE");
+    }
+    for (const Device& m : c.devices.devices(DeviceType::Memory)) {
+        if (auto mb = m.settings.number("memsize")) out.setting("memsize", std::to_string(*mb));
+    }
+}
+
+void writeAdvanced(VmxLines& out, const VmConfiguration& c) {
+    static constexpr std::string_view kHardSoft[] = {"hard", "soft"};
+    static constexpr std::string_view kSnapshotActions[] = {"keep", "autoRevert", "autoCommit", "prompt"};
+    static constexpr std::string_view kGrabbed[] = {"normal", "high"};
+    static constexpr std::string_view kUngrabbed[] = {"idle", "normal"};
+    auto pick = [](std::span<const std::string_view> list, int i) {
+        return list[i >= 0 && static_cast<std::size_t>(i) < list.size() ? static_cast<std::size_t>(i) : 0];
+    };
+
+    out.banner(vmx::kAdvancedBanner);
+    const PowerOptions& p = c.power;
+    out.flag("gui.powerOnAtStartup", p.powerOnAfterOpen);
+    out.flag("gui.fullScreenAtPowerOn", p.fullScreenAfterPowerOn);
+    out.flag("gui.exitAtPowerOff", p.closeAfterPowerOff);
+    out.setting("powerType.powerOff", pick(kHardSoft, p.powerOff));
+    out.setting("powerType.reset", pick(kHardSoft, p.reset));
+    out.flag("toolScripts.afterPowerOn", p.runToolsAfterPowerOn);
+    out.flag("toolScripts.afterResume", p.runToolsAfterResume);
+    out.flag("toolScripts.beforeSuspend", p.runToolsBeforeSuspend);
+    out.flag("toolScripts.beforePowerOff", p.runToolsBeforePowerOff);
+
+    out.flag("isolation.tools.hgfs.disable", !c.sharedFolders.allowed);
+    out.setting("sharedFolder.maxNum", std::to_string(c.sharedFolders.folders.size()));
+    for (std::size_t i = 0; i < c.sharedFolders.folders.size(); ++i) {
+        const SharedFolder& f = c.sharedFolders.folders[i];
+        const std::string prefix = "sharedFolder" + std::to_string(i);
+        out.flag(prefix + ".present", f.present);
+        out.flag(prefix + ".Enabled", f.enabled);
+        out.flag(prefix + ".readAccess", true);
+        out.flag(prefix + ".writeAccess", !f.readOnly);
+        out.setting(prefix + ".hostPath", f.hostPath);
+        out.setting(prefix + ".guestName", f.name);
+        out.setting(prefix + ".expiration", f.disableAfterSession ? "session" : "never");
+    }
+
+    out.flag("snapshot.disabled", !c.snapshots.allowed);
+    out.setting("snapshot.Action", pick(kSnapshotActions, c.snapshots.action));
+    out.flag("isolation.tools.dnd.disable", !c.isolation.dragAndDropAllowed);
+    out.flag("isolation.tools.paste.disable", !c.isolation.pasteAllowed);
+    out.flag("isolation.tools.copy.disable", !c.isolation.copyAllowed);
+
+    const AdvancedOptions& a = c.advanced;
+    out.setting("priority.grabbed", pick(kGrabbed, a.grabbedPriority));
+    out.setting("priority.ungrabbed", pick(kUngrabbed, a.ungrabbedPriority));
+    out.flag("debug", a.debug);
+    out.flag("disable_acceleration", a.disableAcceleration);
+    out.setting("MemTrimRate", a.memPageTrim ? "0" : "30");
+    out.flag("logging", a.logging);
+    out.flag("monitor_control.log_vmsample", a.logPeriodic);
+    out.setting("log.filename", a.logFolder);
+    out.flag("templateVM", a.templateVm);
+    if (a.clusterEnabled) {
+        for (const vmx::FixedKey& k : vmx::clusterKeys()) out.setting(k.key, k.value);
+    }
+}
+
+// The key of a kept line ("name = value"), lower-cased; empty for comments and lines without "=".
+std::string keptLineKey(std::string_view line) {
+    std::string_view t = trimBlanks(line);
+    if (t.empty() || t.front() == '#') return {};
+    std::size_t eq = t.find('=');
+    if (eq == std::string_view::npos) return {};
+    return toLowerAscii(trimBlanks(t.substr(0, eq)));
+}
+
+// The kept lines that go back into the file: a line whose key the writer has already written
+// is dropped, and of several lines with the same key only the last is kept (it is the one
+// that took effect), so no key ever appears twice.
+std::vector<std::string_view> keptLinesToWrite(const std::vector<std::string>& kept, const VmxLines& out) {
+    std::unordered_map<std::string, std::size_t> lastIndex;
+    for (std::size_t i = 0; i < kept.size(); ++i) {
+        std::string key = keptLineKey(kept[i]);
+        if (!key.empty()) lastIndex[key] = i;
+    }
+    std::vector<std::string_view> lines;
+    for (std::size_t i = 0; i < kept.size(); ++i) {
+        std::string key = keptLineKey(kept[i]);
+        if (!key.empty() && (lastIndex[key] != i || out.hasKey(key))) continue;
+        lines.push_back(kept[i]);
+    }
+    return lines;
+}
+
+}  // namespace
+
+std::string relativeToVmxFolder(const std::string& fileName, const std::string& vmxFolder) {
+#ifdef _WIN32
+    std::size_t sep = fileName.find_last_of("\\/");
+#else
+    std::size_t sep = fileName.rfind('/');
+#endif
+    if (sep == std::string::npos) return fileName;
+    std::string_view folder(vmxFolder);
+    while (folder.size() > 1 && (folder.back() == '/' || folder.back() == '\\')) folder.remove_suffix(1);
+    std::string_view fileFolder(fileName.data(), sep == 0 ? 1 : sep);
+    if (!folder.empty() && equalsIgnoreCase(fileFolder, folder)) return fileName.substr(sep + 1);
+    return fileName;
+}
+
+std::string writeVmxText(const VmConfiguration& c) {
+    VmxLines out;
+    out.raw(vmx::kRule);
+    out.raw(vmx::titleLine());
+    out.raw(vmx::kShortRule);
+    out.raw(vmx::kGeneratedBy);
+    writeIdentity(out, c);
+
+    const DeviceStore& s = c.devices;
+    const std::string& folder = c.identity.vmxFolder;
+    writeSection(out, vmx::kIdeControllersBanner, sortedByNumber(s, DeviceType::IdeController), folder);
+    writeSection(out, vmx::kIdeDisksBanner, devicesOnBus(s, "IDE"), folder);
+    writeSection(out, vmx::kScsiControllersBanner, sortedByNumber(s, DeviceType::ScsiController), folder);
+    writeSection(out, vmx::kScsiDisksBanner, devicesOnBus(s, "SCSI"), folder);
+    writeSection(out, vmx::kNicsBanner, sortedByNumber(s, DeviceType::Network), folder);
+    writeSection(out, vmx::kSoundBanner, sortedByNumber(s, DeviceType::Sound), folder);
+    writeSection(out, vmx::kUsbBanner, sortedByNumber(s, DeviceType::Usb), folder);
+    writeSection(out, vmx::kFloppiesBanner, sortedByNumber(s, DeviceType::Floppy), folder);
+    writeSection(out, vmx::kParallelBanner, sortedByNumber(s, DeviceType::ParallelPort), folder);
+    writeSection(out, vmx::kSerialBanner, sortedByNumber(s, DeviceType::SerialPort), folder);
+
+    out.banner(vmx::kDisplayBanner);
+    for (const Device& d : s.devices(DeviceType::Display)) writeDevice(out, d, folder);
+    out.banner(vmx::kMouseBanner);
+    for (const Device& d : s.devices(DeviceType::Mouse)) writeDevice(out, d, folder);
+
+    writeAdvanced(out, c);
+
+    std::vector<std::string_view> kept = keptLinesToWrite(c.keptLines, out);
+    if (!kept.empty()) {
+        out.banner(vmx::kOtherParamsBanner);
+        for (std::string_view line : kept) out.raw(line);
+    }
+    out.banner(vmx::kEndBanner);
+    return out.join();
+}
+
+}  // namespace arden
