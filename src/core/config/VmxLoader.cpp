@@ -158,6 +158,7 @@ private:
     std::optional<int> memsize_;
     bool pae_ = false;
     int platform_ = -1;
+    std::size_t clusterKeyLine_ = 0;  // line of "disk.locking" = "FALSE"
 };
 
 bool Loader::isClusterLine(const std::string& key, std::string_view value) {
@@ -206,7 +207,10 @@ void Loader::dispatch(const Line& line, const std::string& key, std::string_view
             break;
         case Family::SharedFolder: taken = sharedFolder(key, prefix, value); break;
         case Family::Disk:
-            if (key == "disk.locking" && equalsIgnoreCase(value, "false")) taken = c_.advanced.clusterEnabled = true;
+            if (key == "disk.locking" && equalsIgnoreCase(value, "false")) {
+                taken = c_.advanced.clusterEnabled = true;
+                clusterKeyLine_ = line.index;
+            }
             break;
         case Family::Floppy: taken = numberedDevice(DeviceType::Floppy, "floppy", key, prefix, value); break;
         case Family::Parallel: taken = numberedDevice(DeviceType::ParallelPort, "parallel", key, prefix, value); break;
@@ -401,23 +405,16 @@ DeviceType Loader::nodeKind(const NodeAddress& at, const DeviceSettings& s) cons
 }
 
 void Loader::finish() {
-    // Clustering lines: consumed when clustering is on (the writer puts them back), except a
-    // device's own settings on a node that holds a device; otherwise read like any line.
+    // Clustering lines: the writer puts its fixed clustering block right after "disk.locking",
+    // so when clustering is on, a fixed line that follows that key is the block's own and is
+    // consumed (it is written again); any other is read like every line, e.g. a disk's own mode.
     for (auto& [line, key] : clusterLines_) {
-        std::string_view value = trimBlanks(line.text.substr(line.text.find('=') + 1));
-        std::string v;
-        for (char ch : value) if (ch != '"') v += ch;
-        if (c_.advanced.clusterEnabled) {
-            std::string_view prefix = std::string_view(key).substr(0, key.find('.'));
-            std::string_view rest = prefix.substr(std::min<std::size_t>(4, prefix.size()));
-            std::size_t colon = rest.find(':');
-            int controller = 0, node = 0;
-            bool onNode = prefix.substr(0, 4) == "scsi" && colon != std::string_view::npos &&
-                          parseNumber(rest.substr(0, colon), controller) && parseNumber(rest.substr(colon + 1), node) &&
-                          nodes_.count(NodeAddress{"SCSI", controller, node});
-            if (!onNode) continue;
+        if (c_.advanced.clusterEnabled && line.index > clusterKeyLine_) continue;
+        std::string value;
+        for (char ch : trimBlanks(line.text.substr(line.text.find('=') + 1))) {
+            if (ch != '"') value += ch;
         }
-        dispatch(line, key, v);
+        dispatch(line, key, value);
     }
 
     DeviceStore& store = c_.devices;

@@ -1,0 +1,202 @@
+#include "core/config/VmxLoader.h"
+
+#include "core/config/VmxWriter.h"
+#include "core/hardware/DeviceTexts.h"
+#include "TestSupport.h"
+
+using namespace arden;
+
+namespace {
+
+LoadResult parse(const std::string& text) { return parseVmxText(text, "/vms/x/", "x.vmx", "/vms/x/x.vmx"); }
+
+const Device* onNode(const VmConfiguration& c, const char* bus, int ctl, int node) {
+    return c.devices.deviceOnNode(bus, ctl, node);
+}
+
+}  // namespace
+
+TEST(VmxLoader, SplitsKeysAndValuesAsTheProductDoes) {
+    auto r = parse("displayName = \"My \"quoted\" VM\"\n"
+                   "   GuestOS= \"winNetStandard\"  \r\n"
+                   "MEMSIZE=\"512\"\n"
+                   "numvcpus =\"2\"\n"
+                   "paevm = \"TRUE\"\n"
+                   "annotation = \"one|0D|0Atwo|0Athree\"\n"
+                   "workingDir = \"..\\work\"\n");
+    ASSERT_TRUE(r.ok);
+    const VmConfiguration& c = r.config;
+    EXPECT_EQ(c.identity.displayName, "My quoted VM");
+    EXPECT_EQ(c.product.guestId, "winNetStandard");
+    EXPECT_EQ(c.product.guestFamily, kFamilyWindows);
+    EXPECT_EQ(c.product.guestVersion, 12);
+    EXPECT_EQ(c.identity.notes, "one\r\ntwo|0Athree");
+    EXPECT_EQ(c.identity.workingDir, "..\\work");
+    EXPECT_EQ(c.devices.count(DeviceType::Cpu), 2);
+    EXPECT_TRUE(c.devices.devices(DeviceType::Cpu)[0].settings.flag("pae", false));
+    EXPECT_EQ(c.devices.devices(DeviceType::Memory)[0].settings.number("memsize"), 512);
+    EXPECT_TRUE(c.keptLines.empty());
+    EXPECT_EQ(c.identity.vmxFolder, "/vms/x/");
+    EXPECT_EQ(c.identity.vmxFileName, "x.vmx");
+}
+
+TEST(VmxLoader, FormatNumbersAndOwnBannersAreNotKept) {
+    VmConfiguration m = VmConfiguration::newMachine("A", "/vms/x/", "New VM", 7);
+    m.keptLines = {"# my own note", "uuid.bios = \"56 4d\""};
+    std::string once = writeVmxText(m);
+    auto r = parse(once + "config.version = \"7\"\nvirtualHW.version = \"3\"\n");
+    ASSERT_TRUE(r.ok);
+    EXPECT_EQ(r.config.keptLines, (std::vector<std::string>{"# my own note", "uuid.bios = \"56 4d\""}));
+    EXPECT_EQ(writeVmxText(r.config), once) << "re-saving what was written gives the same bytes";
+}
+
+TEST(VmxLoader, PlatformAndVersionComments) {
+    auto gsx = parse("# Platform = GSX Server\n# Version = 3.x\n");
+    EXPECT_EQ(gsx.config.product.platform, kGsxServer);
+    EXPECT_EQ(gsx.config.product.version, 1);
+    auto ws = parse("# Platform = Workstation\n# Version = 3.x\n");
+    EXPECT_EQ(ws.config.product.platform, kWorkstation);
+    EXPECT_EQ(ws.config.product.version, 0);
+    auto odd = parse("# Platform = Player\n# Version = 4.5x\n");
+    EXPECT_EQ(odd.config.product.platform, kPlayer);
+    EXPECT_EQ(odd.config.keptLines, std::vector<std::string>{"# Version = 4.5x"});
+}
+
+TEST(VmxLoader, DeviceKinds) {
+    auto r = parse("ide0:0.fileName = \"disk.vmdk\"\n"
+                   "ide0:1.deviceType = \"ata-hardDisk\"\nide0:1.fileName = \"data.VMDK\"\n"
+                   "ide1:0.deviceType = \"cdrom-image\"\nide1:0.fileName = \"x.iso\"\n"
+                   "ide1:1.deviceType = \"scsi-passthru\"\nide1:1.fileName = \"/dev/sg0\"\n"
+                   "scsi0:2.deviceType = \"scsi-passthru\"\nscsi0:2.fileName = \"/dev/sg1\"\n"
+                   "scsi0:3.deviceType = \"atapi-cdrom\"\n"
+                   "scsi0:4.fileName = \"boot.iso\"\n"
+                   "scsi0:5.deviceType = \"rawDisk\"\n"
+                   "scsi0:6.redo = \"\"\n");
+    ASSERT_TRUE(r.ok);
+    const VmConfiguration& c = r.config;
+    EXPECT_EQ(onNode(c, "IDE", 0, 0)->type, DeviceType::HardDisk);
+    EXPECT_EQ(onNode(c, "IDE", 0, 1)->type, DeviceType::HardDisk);
+    EXPECT_EQ(onNode(c, "IDE", 0, 1)->settings.text(".deviceType"), "ata-hardDisk") << "kept as read";
+    EXPECT_EQ(onNode(c, "IDE", 1, 0)->type, DeviceType::CdRom);
+    EXPECT_EQ(onNode(c, "IDE", 1, 1)->type, DeviceType::HardDisk) << "pass-through is SCSI only";
+    EXPECT_EQ(onNode(c, "SCSI", 0, 2)->type, DeviceType::GenericScsi);
+    EXPECT_EQ(onNode(c, "SCSI", 0, 3)->type, DeviceType::CdRom);
+    EXPECT_EQ(onNode(c, "SCSI", 0, 4)->type, DeviceType::CdRom);
+    EXPECT_EQ(onNode(c, "SCSI", 0, 5)->type, DeviceType::HardDisk);
+    EXPECT_EQ(onNode(c, "SCSI", 0, 6), nullptr) << "a sub-key the editor does not manage creates no device";
+    EXPECT_EQ(c.keptLines, std::vector<std::string>{"scsi0:6.redo = \"\""});
+    EXPECT_EQ(onNode(c, "SCSI", 0, 2)->node.DeviceType(), "Generic SCSI Device");
+    EXPECT_EQ(c.devices.count(DeviceType::CdRom), 3);
+}
+
+TEST(VmxLoader, OptionKeysAndUnmappedValues) {
+    auto r = parse("isolation.tools.paste.enabled = \"FALSE\"\n"
+                   "isolation.tools.copy.disable = \"true\"\n"
+                   "snapshot.action = \"AUTOCOMMIT\"\n"
+                   "snapshot.disabled = \"TRUE\"\n"
+                   "priority.ungrabbed = \"idle\"\n"
+                   "priority.grabbed = \"superhigh\"\n"
+                   "MemTrimRate = \"0\"\n"
+                   "disk.locking = \"false\"\n"
+                   "gui.fullScreenAtPowerOn = \"TRUE\"\n"
+                   "gui.restricted = \"TRUE\"\n"
+                   "ethernet0.virtualDev = \"vmxnet3\"\n"
+                   "ethernet0.present = \"TRUE\"\n"
+                   "sharedFolder.maxNum = \"0\"\n"
+                   "sharedFolder0.hostPath = \"/srv\"\n"
+                   "sharedFolder0.writeAccess = \"FALSE\"\n"
+                   "sharedFolder0.expiration = \"session\"\n");
+    ASSERT_TRUE(r.ok);
+    const VmConfiguration& c = r.config;
+    EXPECT_FALSE(c.isolation.pasteAllowed);
+    EXPECT_FALSE(c.isolation.copyAllowed);
+    EXPECT_TRUE(c.isolation.dragAndDropAllowed);
+    EXPECT_EQ(c.snapshots.action, 2);
+    EXPECT_FALSE(c.snapshots.allowed);
+    EXPECT_EQ(c.advanced.ungrabbedPriority, 0);
+    EXPECT_EQ(c.advanced.grabbedPriority, 0) << "an unknown word leaves the new-machine value";
+    EXPECT_TRUE(c.advanced.memPageTrim);
+    EXPECT_TRUE(c.advanced.clusterEnabled);
+    EXPECT_TRUE(c.power.fullScreenAfterPowerOn);
+    ASSERT_EQ(c.sharedFolders.folders.size(), 1u);
+    EXPECT_TRUE(c.sharedFolders.folders[0].readOnly);
+    EXPECT_TRUE(c.sharedFolders.folders[0].disableAfterSession);
+    const Device* nic = c.devices.findByNumber(DeviceType::Network, 0);
+    ASSERT_NE(nic, nullptr);
+    EXPECT_FALSE(nic->settings.has(".virtualDev"));
+    // Lines whose values the editor cannot show are kept and written back as they stand.
+    EXPECT_EQ(c.keptLines, (std::vector<std::string>{"priority.grabbed = \"superhigh\"", "gui.restricted = \"TRUE\"",
+                                                     "ethernet0.virtualDev = \"vmxnet3\""}));
+    std::string text = writeVmxText(c);
+    EXPECT_NE(text.find("\r\nethernet0.virtualDev = \"vmxnet3\"\r\n"), std::string::npos);
+    EXPECT_NE(text.find("\r\ngui.restricted = \"TRUE\"\r\n"), std::string::npos);
+}
+
+TEST(VmxLoader, ClusteringSurvivesRepeatedSaves) {
+    VmConfiguration m = VmConfiguration::newMachine("C", "/vms/x/", "New VM", 1);
+    m.advanced.clusterEnabled = true;
+    m.devices.createDevice(DeviceType::ScsiController);
+    Device& disk = m.devices.createDevice(DeviceType::HardDisk);
+    disk.node.setControllerType("SCSI");
+    disk.node.setControllerNumber(0);
+    disk.node.setNodeNumber(0);
+    disk.settings.set(".fileName", "/vms/x/shared.vmdk");
+    disk.settings.set(".mode", "independent-persistent");
+    std::string first = writeVmxText(m);
+    std::string text = first;
+    for (int i = 0; i < 3; ++i) {
+        auto r = parse(text);
+        ASSERT_TRUE(r.ok);
+        EXPECT_TRUE(r.config.advanced.clusterEnabled);
+        EXPECT_EQ(r.config.devices.count(DeviceType::HardDisk), 1) << "no device appears from the fixed clustering keys";
+        text = writeVmxText(r.config);
+        EXPECT_EQ(text, first);
+    }
+    // Clustering switched off: its lines go away and do not come back as kept lines.
+    auto r = parse(first);
+    r.config.advanced.clusterEnabled = false;
+    std::string off = writeVmxText(r.config);
+    EXPECT_EQ(off.find("diskLib"), std::string::npos);
+    EXPECT_EQ(off.find("sharedBus"), std::string::npos);
+}
+
+TEST(VmxLoader, NoticesForOddLinesAndRefusalsForNonText) {
+    auto r = parse("\xEF\xBB\xBFmemsize = \"64\"\nTHIS IS NEW INFORMATION.\nfoo = \"unbalanced\n= \"nokey\"\n");
+    ASSERT_TRUE(r.ok);
+    EXPECT_EQ(r.config.devices.devices(DeviceType::Memory)[0].settings.number("memsize"), 64) << "a byte-order mark is not part of the first key";
+    ASSERT_EQ(r.notices.size(), 3u);
+    EXPECT_EQ(r.notices[0].line, 2);
+    EXPECT_EQ(r.notices[1].line, 3);
+    EXPECT_NE(r.notices[1].text.find("unbalanced"), std::string::npos);
+    EXPECT_EQ(r.config.keptLines[0], "THIS IS NEW INFORMATION.");
+
+    auto binary = parse(std::string("memsize = \"64\"\n\x7f" "ELF\x02\x01\x00\x00", 24));
+    EXPECT_FALSE(binary.ok);
+    ASSERT_TRUE(binary.error);
+    EXPECT_NE(binary.error->text[0].literal.find("/vms/x/x.vmx"), std::string::npos);
+    EXPECT_NE(binary.error->text[0].literal.find("binary"), std::string::npos);
+
+    auto huge = parse("annotation = \"" + std::string(10 * 1024 * 1024, 'a') + "\"\n");
+    EXPECT_FALSE(huge.ok);
+    EXPECT_NE(huge.error->text[0].literal.find("line 1"), std::string::npos);
+
+    // Bytes of other code pages are kept exactly.
+    auto korean = parse("displayName = \"\xBD\xC7\xC7\xE0\"\nunknown.key = \"\xE5\xA4?\"\n");
+    ASSERT_TRUE(korean.ok);
+    EXPECT_EQ(korean.config.identity.displayName, "\xBD\xC7\xC7\xE0");
+    EXPECT_EQ(korean.config.keptLines[0], "unknown.key = \"\xE5\xA4?\"");
+}
+
+TEST(VmxLoader, FileErrorsNameTheFile) {
+    test::ScratchDir dir;
+    auto missing = loadVmxFile(dir / "missing.vmx");
+    ASSERT_FALSE(missing.ok);
+    EXPECT_NE(missing.error->text[0].literal.find("missing.vmx"), std::string::npos);
+    auto folder = loadVmxFile(dir.path());
+    ASSERT_FALSE(folder.ok);
+    test::writeBytes(dir / "ok.vmx", "memsize = \"128\"\r\n");
+    auto ok = loadVmxFile(dir / "ok.vmx");
+    ASSERT_TRUE(ok.ok);
+    EXPECT_EQ(ok.config.identity.vmxFolder, (dir.path() / "").string());
+    EXPECT_EQ(ok.config.identity.vmxFileName, "ok.vmx");
+}
