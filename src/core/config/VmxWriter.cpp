@@ -40,6 +40,10 @@ public:
 
     bool hasKey(std::string_view key) const { return written_.count(toLowerAscii(key)) != 0; }
 
+    // Number of lines so far, and removing lines back to such a mark (only lines without keys).
+    std::size_t mark() const { return lines_.size(); }
+    void truncate(std::size_t mark) { lines_.resize(mark); }
+
     std::string join() const {
         std::size_t size = 0;
         for (const auto& l : lines_) size += l.size() + 2;
@@ -138,8 +142,12 @@ std::vector<const Device*> devicesOnBus(const DeviceStore& store, std::string_vi
 void writeSection(VmxLines& out, std::string_view banner, const std::vector<const Device*>& devices,
                   const std::string& folder) {
     if (devices.empty()) return;
+    std::size_t start = out.mark();
     out.banner(banner);
+    std::size_t keys = out.mark();
     for (const Device* d : devices) writeDevice(out, *d, folder);
+    // A section whose devices have nothing to write is left out, as one without devices.
+    if (out.mark() == keys) out.truncate(start);
 }
 
 void writeIdentity(VmxLines& out, const VmConfiguration& c) {
@@ -153,7 +161,7 @@ void writeIdentity(VmxLines& out, const VmConfiguration& c) {
     ProductFigures f = c.figures();
     out.setting("config.version", std::to_string(f.configVersion));
     out.setting("virtualHW.version", std::to_string(f.virtualHwVersion));
-    if (!c.product.guestId.empty()) out.setting("guestOS", c.product.guestId);
+    out.setting("guestOS", c.product.guestId);
     out.setting("workingDir", c.identity.workingDir);
     if (!c.identity.notes.empty()) {
         std::string notes;
