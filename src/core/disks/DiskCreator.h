@@ -1,0 +1,46 @@
+#pragma once
+// Making a new disk with the external method: the single growable disk through qemu-img,
+// the split growable disk's sparse extents and every preallocated extent by the program
+// itself, then the descriptor. A failed or cancelled creation removes every file it made.
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/disks/NewDisk.h"
+#include "core/support/Message.h"
+#include "core/support/ProcessRunner.h"
+
+namespace arden::disks {
+
+// Reports progress as (done, total) in steps the caller need not interpret: bytes reserved
+// for preallocated disks, extents written for split growable ones. Returning false cancels.
+using DiskProgress = std::function<bool(std::int64_t done, std::int64_t total)>;
+
+struct DiskCreationResult {
+    bool created = false;
+    bool cancelled = false;                   // the progress callback asked to stop
+    std::optional<Message> failure;           // set when not created and not cancelled
+    std::vector<std::filesystem::path> files; // the files made, descriptor first
+};
+
+// How much space is reserved per step of a preallocated extent (one progress report each).
+inline constexpr std::int64_t kPreallocationStepBytes = std::int64_t{256} << 20;
+
+// The size argument for qemu-img: the size in KiB (sectors / 2) in decimal, ".5" for an odd
+// sector count.
+std::string qemuImgSizeText(std::int64_t totalSectors);
+
+// The arguments given to qemu-img for a single growable disk. The size carries a "K" unit,
+// since a bare number is read as bytes; the adapter and hardware version are passed so that
+// the disk's descriptor names them as the program's own descriptors do.
+std::vector<std::string> qemuImgArguments(const NewDiskRequest& request);
+
+// Makes the disk. Nothing that exists is ever written over: when one of the disk's files is
+// already there the creation is refused. `idle` runs while an external program works.
+DiskCreationResult createDisk(const NewDiskRequest& request, const DiskProgress& progress = {},
+                              const ProcessIdle& idle = {});
+
+}  // namespace arden::disks

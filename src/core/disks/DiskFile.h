@@ -1,0 +1,53 @@
+#pragma once
+// The few file operations the disk writers need, kept behind one small class so that each
+// operating system supplies its own: create a new file (never opening an existing one),
+// write bytes at an offset, set the length without writing data, and reserve real space.
+// Every failure comes back as a text naming the file and the system's reason.
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace arden::disks {
+
+using FileError = std::optional<std::string>;
+
+class DiskFile {
+public:
+    // Creates `path`, which must not exist yet.
+    static DiskFile createNew(const std::filesystem::path& path, FileError& error);
+
+    DiskFile(DiskFile&& other) noexcept;
+    DiskFile& operator=(DiskFile&&) = delete;
+    DiskFile(const DiskFile&) = delete;
+    DiskFile& operator=(const DiskFile&) = delete;
+    ~DiskFile();
+
+    bool isOpen() const { return handle_ >= 0; }
+    const std::filesystem::path& path() const { return path_; }
+
+    FileError writeAt(std::int64_t offset, std::string_view bytes);
+    // Makes the file `bytes` long; a file grown this way holds no data blocks for the new part.
+    FileError setLength(std::int64_t bytes);
+    // Reserves real disk space for [offset, offset + length): the file system allocates it
+    // when it can do so directly, otherwise zeros are written. The file grows to cover it.
+    FileError reserve(std::int64_t offset, std::int64_t length);
+    FileError close();
+    // Closes and removes the file: used when writing it failed or was cancelled.
+    void discard();
+
+private:
+    DiskFile(std::filesystem::path path, int handle) : path_(std::move(path)), handle_(handle) {}
+    FileError writeZeros(std::int64_t offset, std::int64_t length);
+
+    std::filesystem::path path_;
+    int handle_ = -1;
+};
+
+// Removes the files that a failed or cancelled creation made; errors are ignored because the
+// creation's own failure is what gets reported.
+void removeFiles(const std::vector<std::filesystem::path>& files);
+
+}  // namespace arden::disks

@@ -1,0 +1,21 @@
+#pragma once
+// String-table ids of the texts the disk code hands out in its messages.
+namespace arden::disks::text {
+
+inline constexpr int kCreateNewHardDisk = 125;
+inline constexpr int kInvalidDiskSize = 149;
+inline constexpr int kDiskTooSmall = 150;
+inline constexpr int kDiskTooLarge = 151;
+inline constexpr int kLargerThan199Gb = 152;
+inline constexpr int kDoubleSpaceWarning = 153;
+inline constexpr int kVeryLargeDisk = 154;
+inline constexpr int kLargeForIde = 155;
+inline constexpr int kSizeMustBeNumeric = 156;
+inline constexpr int kFileExists = 157;
+inline constexpr int kDiskAlreadyExists = 158;
+inline constexpr int kMissingExternalApplication = 159;
+inline constexpr int kQemuImgNotFound = 160;
+inline constexpr int kCurrentDiskInformation = 174;
+inline constexpr int kUnableToReadDisk = 175;
+
+}  // namespace arden::disks::text

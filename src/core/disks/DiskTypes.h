@@ -1,0 +1,44 @@
+#pragma once
+// The vocabulary of virtual disks: sectors, adapters, the four disk kinds the program makes,
+// and the one rounding rule the disk arithmetic uses.
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace arden::disks {
+
+inline constexpr std::int64_t kSectorBytes = 512;
+
+enum class DiskAdapter { Ide, BusLogic, LsiLogic };
+
+// The disk kinds, numbered as the create-disk dialog numbers its disk-type choice.
+enum class DiskKind { Growable = 0, GrowableSplit = 1, Preallocated = 2, PreallocatedSplit = 3 };
+
+struct AdapterInfo {
+    DiskAdapter adapter;
+    std::string_view text;  // as written in "ddb.adapterType" and given on the command line
+};
+
+struct DiskKindInfo {
+    DiskKind kind;
+    std::string_view name;            // short name used on the command line
+    std::string_view createType;      // "createType" of the descriptor; empty when none is written
+    std::string_view extentType;      // "SPARSE" or "FLAT"; empty when the back-end writes the file whole
+    std::string_view extentSuffix;    // appended to the base name: "-s" / "-f" + number, or "-flat"
+    bool numberedExtents;             // extent names carry a number ("001", "002", ...)
+    std::int64_t maxExtentSectors;    // size of a full piece; 0 when the disk is one extent
+    bool preallocated;                // the space is reserved when the disk is made
+};
+
+const AdapterInfo& adapterInfo(DiskAdapter adapter);
+std::optional<DiskAdapter> adapterFromText(std::string_view text);
+inline std::string_view adapterText(DiskAdapter adapter) { return adapterInfo(adapter).text; }
+
+const DiskKindInfo& diskKindInfo(DiskKind kind);
+std::optional<DiskKind> diskKindFromName(std::string_view name);
+
+// Converts to an integer by rounding to the nearest integer, halves to the even neighbour
+// (2.5 gives 2, 3.5 gives 4). Every rounding in the disk arithmetic is this one.
+std::int64_t roundHalfEven(double value);
+
+}  // namespace arden::disks
