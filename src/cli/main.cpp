@@ -29,6 +29,13 @@ const Command kCommands[] = {
     {"check", arden::cli::runCheck,
      "check FILE\n"
      "      Load FILE and run the save checks without writing."},
+    {"disk", arden::cli::runDisk,
+     "disk create FILE.vmdk --size SIZE --adapter ide|buslogic|lsilogic\n"
+     "           --type growable|growable-split|preallocated|preallocated-split [--yes]\n"
+     "      Make a new virtual disk and print its descriptor's path. SIZE is a number and a unit:\n"
+     "      s (sectors), K, M or G, e.g. 204800s, 100M, 20G. A question is answered No unless --yes.\n"
+     "  disk info FILE.vmdk\n"
+     "      Print the disk's type, adapter, size, geometry, hardware version and CID."},
 };
 
 int printHelp(std::ostream& out) {
