@@ -36,6 +36,15 @@ const Command kCommands[] = {
      "      s (sectors), K, M or G, e.g. 204800s, 100M, 20G. A question is answered No unless --yes.\n"
      "  disk info FILE.vmdk\n"
      "      Print the disk's type, adapter, size, geometry, hardware version and CID."},
+    {"favorites", arden::cli::runFavorites,
+     "favorites [list]\n"
+     "      Print the favourites, one a line: display name, path and configuration version,\n"
+     "      tab-separated.\n"
+     "  favorites add NAME PATH [VERSION]\n"
+     "  favorites remove NAME\n"
+     "      Add (or replace) a favourite, VERSION defaulting to 8, or remove one, and save the\n"
+     "      settings. TMPDIR names the temporary folder that holds ArdenForge.ini and\n"
+     "      XDG_CONFIG_HOME the folder of the per-user store."},
 };
 
 int printHelp(std::ostream& out) {
