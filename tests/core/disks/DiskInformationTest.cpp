@@ -1,0 +1,173 @@
+// The descriptor reader and the summary: real descriptors of VMware, qemu-img and other
+// tools, the embedded descriptor of sparse disks, and files that are not disks at all.
+#include "TestSupport.h"
+#include "core/disks/DiskInformation.h"
+#include "core/shell/GetText.h"
+
+using namespace arden::disks;
+using arden::test::ScratchDir;
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path corpusDisk(const std::string& name) { return arden::test::corpusDir() / "vmdk" / name; }
+
+DiskInformation readOk(const fs::path& p) {
+    DiskReadResult r = readDiskInformation(p);
+    EXPECT_TRUE(r.information) << p << ": " << arden::resolveText(r.failure.text, 0);
+    return r.information.value_or(DiskInformation{});
+}
+
+std::string failureOf(const fs::path& p) {
+    DiskReadResult r = readDiskInformation(p);
+    EXPECT_FALSE(r.information) << p;
+    return arden::resolveText(r.failure.title, 0) + ": " + arden::resolveText(r.failure.text, 0);
+}
+
+}  // namespace
+
+TEST(DiskSummarySize, UnitsAndShortestForm) {
+    EXPECT_EQ(diskSizeText(1000), "500 Kb");
+    EXPECT_EQ(diskSizeText(2047), "1023.5 Kb");
+    EXPECT_EQ(diskSizeText(2048), "1 Mb");
+    EXPECT_EQ(diskSizeText(3072), "1.5 Mb");
+    EXPECT_EQ(diskSizeText(2097151), "1024 Mb");  // 1023.9995 to seven digits
+    EXPECT_EQ(diskSizeText(2097152), "1 Gb");
+    EXPECT_EQ(diskSizeText(4192256 + 4096), "2.000977 Gb");
+    EXPECT_EQ(diskSizeText(8384513), "3.998047 Gb");
+    EXPECT_EQ(diskSizeText(0), "0 Kb");
+}
+
+TEST(DiskDescriptorReader, TwoExtentsAddUpAndTheSummaryLines) {
+    std::string reason;
+    auto info = parseDescriptor(
+        "# Disk DescriptorFile\r\nversion=1\r\nCID=1a2b3c4d\r\nparentCID=ffffffff\r\ncreateType=\"twoGbMaxExtentSparse\"\r\n\r\n"
+        "RW 4192256 SPARSE \"a-s001.vmdk\"\r\nRW 4096 SPARSE \"a-s002.vmdk\"\r\nRDONLY 999 SPARSE \"x.vmdk\"\r\n\r\n"
+        "ddb.virtualHWVersion = \"3\"\r\nddb.geometry.cylinders = \"1024\"\r\nddb.geometry.heads = \"128\"\r\n"
+        "ddb.geometry.sectors = \"32\"\r\nddb.adapterType = \"lsilogic\"\r\n",
+        reason);
+    ASSERT_TRUE(info) << reason;
+    info->folder = "/vm";
+    info->name = "a.vmdk";
+    EXPECT_EQ(diskSummaryText(*info),
+              "Disk Path: /vm\r\nDisk Name: a.vmdk\r\nDisk Type: twoGbMaxExtentSparse (1)\r\nAdapter Type: lsilogic\r\n"
+              "Size: 4196352 sectors (2.000977 Gb)\r\nGeometry: Cylinders 1024, Heads 128, Sectors 32\r\n"
+              "Hardware Version: 3\r\nCID: 1a2b3c4d");
+    auto message = diskSummaryMessage(*info);
+    EXPECT_EQ(arden::resolveText(message.title, 0), "Current Disk Information");
+    EXPECT_EQ(message.kind, arden::MessageKind::Information);
+}
+
+TEST(DiskDescriptorReader, VMwareDescriptorsOfTheCorpus) {
+    ARDEN_REQUIRE_CORPUS();
+    DiskInformation win10 = readOk(corpusDisk("win10vm__Windows-10-x64.vmdk"));
+    EXPECT_EQ(win10.totalSectors, 125829120);
+    EXPECT_EQ(win10.sizeText, "60 Gb");
+    EXPECT_EQ(win10.adapterType, "lsilogic");
+    EXPECT_EQ(win10.cid, "18518344");
+    EXPECT_EQ(win10.hardwareVersion, "16");
+    EXPECT_EQ(win10.cylinders, 7832);
+    EXPECT_FALSE(win10.biosGeometryPresent);
+    EXPECT_EQ(diskSummaryText(win10).find("Bios Geometry"), std::string::npos);
+
+    DiskInformation parts = readOk(corpusDisk("ubuntuforumsarchive__Windows-XP-Home-Edition.vmdk"));
+    EXPECT_EQ(parts.createTypeCode, 5);
+    EXPECT_EQ(parts.totalSectors, 192426570) << "FLAT and ZERO lines with the RW access all count";
+    EXPECT_EQ(parts.sizeText, "91.75614 Gb");
+    EXPECT_NE(diskSummaryText(parts).find("\r\nBios Geometry: Cylinders 11978, Heads 255, Sectors 63\r\nHardware Version: 4\r\n"),
+              std::string::npos);
+
+    // A VMware sparse disk above 25600 bytes: the descriptor inside it is found in the first 1024 bytes.
+    DiskInformation hda = readOk(corpusDisk("cosmos__hda-server-2008-03.vmdk"));
+    EXPECT_EQ(hda.createType, "monolithicSparse");
+    EXPECT_EQ(hda.totalSectors, 524288);
+    EXPECT_EQ(hda.cylinders, 520);
+    EXPECT_EQ(hda.hardwareVersion, "4");
+    EXPECT_EQ(readOk(corpusDisk("vmdkrs__twoGbMaxExtentFlat.vmdk")).createTypeCode, 3);
+}
+
+TEST(DiskDescriptorReader, OtherWritersOfTheCorpus) {
+    ARDEN_REQUIRE_CORPUS();
+    DiskInformation monoFlat = readOk(corpusDisk("secronin__mono_flat.vmdk"));  // qemu-img
+    EXPECT_EQ(monoFlat.totalSectors, 2048);
+    EXPECT_EQ(monoFlat.sizeText, "1 Mb");
+    EXPECT_EQ(monoFlat.adapterType, "ide");
+    // VirtualBox writes key="value" without blanks; the values still come out whole.
+    DiskInformation vbox = readOk(corpusDisk("nos__disk.vmdk"));
+    EXPECT_EQ(vbox.createTypeCode, 4);
+    EXPECT_EQ(vbox.adapterType, "ide");
+    EXPECT_EQ(vbox.cylinders, 8322);
+    EXPECT_TRUE(vbox.biosGeometryPresent);
+    EXPECT_EQ(vbox.biosCylinders, 522);
+    // NUL padding after the text and a qemu-img sparse file with its embedded descriptor.
+    EXPECT_EQ(readOk(corpusDisk("secronin__tw_sparse_data.vmdk")).createTypeCode, 1);
+    EXPECT_EQ(readOk(corpusDisk("secronin__minimal.vmdk")).createTypeCode, 0);
+
+    // Every corpus file either reads or is refused with a reason; none crashes the reader.
+    for (const auto& file : arden::test::corpusFiles("vmdk", ".vmdk")) {
+        DiskReadResult r = readDiskInformation(file);
+        if (!r.information) {
+            EXPECT_NE(arden::resolveText(r.failure.text, 0).find("Unable to Read current disk (" + file.string()),
+                      std::string::npos);
+        }
+    }
+}
+
+TEST(DiskDescriptorReader, CreateTypesThisProgramDoesNotRead) {
+    ARDEN_REQUIRE_CORPUS();
+    for (const char* name : {"virtmanager__test-vmdk-desc.vmdk", "vmdkrs__vmfs_thick-000001.vmdk",
+                             "govmomi__ttylinux-pc_i486-16.1-disk1.embedded-descriptor.vmdk", "secronin__tw_sparse-s001.vmdk"}) {
+        std::string text = failureOf(corpusDisk(name));
+        EXPECT_EQ(text.rfind("Current Disk Information: Unable to Read current disk (", 0), 0u) << text;
+    }
+    EXPECT_NE(failureOf(corpusDisk("virtmanager__test-vmdk-desc.vmdk")).find("\"vmfs\""), std::string::npos);
+}
+
+TEST(DiskDescriptorReader, GarbageTruncatedAndMissingFiles) {
+    ScratchDir dir;
+    std::string garbage;
+    for (int i = 0; i < 30000; ++i) garbage += static_cast<char>((i * 7919 + 13) % 256);
+    arden::test::writeBytes(dir / "garbage.vmdk", garbage);
+    arden::test::writeBytes(dir / "small-garbage.vmdk", garbage.substr(0, 5000));
+    EXPECT_NE(failureOf(dir / "garbage.vmdk").find("garbage.vmdk"), std::string::npos);
+    failureOf(dir / "small-garbage.vmdk");
+
+    std::string good = "# Disk DescriptorFile\nversion=1\nCID=12345678\nparentCID=ffffffff\ncreateType=\"monolithicFlat\"\n"
+                       "RW 204800 FLAT \"t-flat.vmdk\" 0\n\nddb.virtualHWVersion = \"3\"\nddb.adapterType = \"ide\"\n";
+    for (std::size_t cut : {std::size_t{10}, std::size_t{60}}) {
+        arden::test::writeBytes(dir / "cut.vmdk", good.substr(0, cut));
+        EXPECT_NE(failureOf(dir / "cut.vmdk").find("no createType"), std::string::npos) << cut;
+    }
+    arden::test::writeBytes(dir / "cut.vmdk", good.substr(0, good.find("Flat")));
+    EXPECT_NE(failureOf(dir / "cut.vmdk").find("\"monolithic\""), std::string::npos);
+    // Cut inside the extent size: the size is not a number.
+    arden::test::writeBytes(dir / "cut.vmdk", good.substr(0, good.find("204800") + 3) + "x");
+    EXPECT_NE(failureOf(dir / "cut.vmdk").find("\"204x\""), std::string::npos);
+    // Cut after the extents: what is there is read, the rest stays empty, no line end needed.
+    arden::test::writeBytes(dir / "cut.vmdk", good.substr(0, good.size() - 2));
+    DiskInformation cut = readOk(dir / "cut.vmdk");
+    EXPECT_EQ(cut.adapterType, "ide");
+    EXPECT_EQ(cut.totalSectors, 204800);
+    EXPECT_EQ(cut.heads, 0);
+
+    EXPECT_NE(failureOf(dir / "absent.vmdk").find("absent.vmdk"), std::string::npos);
+    failureOf(dir.path());
+    arden::test::writeBytes(dir / "empty.vmdk", "");
+    failureOf(dir / "empty.vmdk");
+}
+
+TEST(DiskDescriptorReader, KeysPastTheFirstKilobyteOfASparseDiskAreNotSeen) {
+    ScratchDir dir;
+    std::string disk(30000, '\0');
+    std::string head = "createType=\"monolithicSparse\"\nRW 8192 SPARSE \"x.vmdk\"\n";
+    disk.replace(512, head.size(), head);
+    std::string late = "ddb.adapterType = \"buslogic\"\n";
+    disk.replace(1100, late.size(), late);
+    arden::test::writeBytes(dir / "x.vmdk", disk);
+    DiskInformation info = readOk(dir / "x.vmdk");
+    EXPECT_EQ(info.totalSectors, 8192);
+    EXPECT_EQ(info.adapterType, "");
+    // The same text as a small descriptor file is read whole.
+    arden::test::writeBytes(dir / "y.vmdk", disk.substr(0, 25600));
+    EXPECT_EQ(readOk(dir / "y.vmdk").adapterType, "buslogic");
+}

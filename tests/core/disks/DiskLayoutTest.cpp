@@ -1,0 +1,132 @@
+// Geometry, extent split, extent names, CID and the descriptor text of new disks.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "core/disks/DiskCid.h"
+#include "core/disks/DiskDescriptor.h"
+#include "core/disks/DiskGeometry.h"
+
+using namespace arden::disks;
+
+TEST(DiskGeometry, HeadsAndSectorsFollowAdapterAndSize) {
+    // SCSI adapters change heads/sectors at 1 GiB and 2 GiB; the boundary itself stays below.
+    EXPECT_EQ(geometryFor(2097152, DiskAdapter::LsiLogic), (DiskGeometry{1024, 64, 32}));
+    EXPECT_EQ(geometryFor(2097153, DiskAdapter::BusLogic), (DiskGeometry{512, 128, 32}));
+    EXPECT_EQ(geometryFor(4194304, DiskAdapter::LsiLogic), (DiskGeometry{1024, 128, 32}));
+    EXPECT_EQ(geometryFor(4194305, DiskAdapter::LsiLogic), (DiskGeometry{261, 255, 63}));
+    EXPECT_EQ(geometryFor(4194305, DiskAdapter::Ide), (DiskGeometry{4161, 16, 63}));
+}
+
+TEST(DiskGeometry, CylindersRoundToNearestWithHalvesToEvenAndIdeCap) {
+    // 1008 sectors per IDE cylinder: 504 over a whole count is exactly one half.
+    EXPECT_EQ(geometryFor(1008 * 202 + 504, DiskAdapter::Ide).cylinders, 202);  // 202.5 -> 202
+    EXPECT_EQ(geometryFor(1008 * 203 + 504, DiskAdapter::Ide).cylinders, 204);  // 203.5 -> 204
+    EXPECT_EQ(geometryFor(1008 * 203 + 505, DiskAdapter::Ide).cylinders, 204);
+    EXPECT_EQ(geometryFor(1008 * 203 + 503, DiskAdapter::Ide).cylinders, 203);  // not truncated below
+    EXPECT_EQ(geometryFor(204800, DiskAdapter::Ide).cylinders, 203);            // 203.17
+    // 950 GiB on IDE: computed 1,976,483 cylinders, capped; SCSI keeps its computed count.
+    EXPECT_EQ(geometryFor(1992294400, DiskAdapter::Ide), (DiskGeometry{16383, 16, 63}));
+    EXPECT_EQ(geometryFor(1992294400, DiskAdapter::LsiLogic).cylinders, 124015);
+    EXPECT_EQ(geometryFor(16383 * 1008, DiskAdapter::Ide).cylinders, 16383);
+}
+
+TEST(DiskGeometry, RoundHalfEven) {
+    EXPECT_EQ(roundHalfEven(0.5), 0);
+    EXPECT_EQ(roundHalfEven(1.5), 2);
+    EXPECT_EQ(roundHalfEven(2.5), 2);
+    EXPECT_EQ(roundHalfEven(2.4999), 2);
+    EXPECT_EQ(roundHalfEven(2.5001), 3);
+    EXPECT_EQ(roundHalfEven(7.0), 7);
+}
+
+TEST(ExtentSplit, FlatAndSparsePiecesHaveTheirOwnSizes) {
+    auto flat = extentPieces(DiskKind::PreallocatedSplit, "d", 4193792);
+    ASSERT_EQ(flat.size(), 1u);
+    EXPECT_EQ(flat[0], (ExtentPiece{4193792, "d-f001.vmdk"}));
+    flat = extentPieces(DiskKind::PreallocatedSplit, "d", 4193793);
+    ASSERT_EQ(flat.size(), 2u);
+    EXPECT_EQ(flat[1], (ExtentPiece{1, "d-f002.vmdk"}));
+
+    auto sparse = extentPieces(DiskKind::GrowableSplit, "My Disk", 8384513);
+    ASSERT_EQ(sparse.size(), 3u);
+    EXPECT_EQ(sparse[0], (ExtentPiece{4192256, "My Disk-s001.vmdk"}));
+    EXPECT_EQ(sparse[1], (ExtentPiece{4192256, "My Disk-s002.vmdk"}));
+    EXPECT_EQ(sparse[2], (ExtentPiece{1, "My Disk-s003.vmdk"}));
+    EXPECT_EQ(extentPieces(DiskKind::GrowableSplit, "x", 4192256).size(), 1u);
+
+    auto single = extentPieces(DiskKind::Preallocated, "big", 9000000);
+    ASSERT_EQ(single.size(), 1u);
+    EXPECT_EQ(single[0], (ExtentPiece{9000000, "big-flat.vmdk"}));
+    EXPECT_TRUE(extentPieces(DiskKind::Growable, "g", 9000000).empty());
+
+    // 950 GiB split sparse: the sizes add up and the numbers go past three digits cleanly.
+    auto many = extentPieces(DiskKind::GrowableSplit, "m", 1992294400);
+    std::int64_t sum = 0;
+    for (const auto& p : many) sum += p.sectors;
+    EXPECT_EQ(sum, 1992294400);
+    EXPECT_EQ(many.size(), 476u);
+    EXPECT_EQ(many.back().fileName, "m-s476.vmdk");
+    EXPECT_EQ(extentNumberText(7), "007");
+    EXPECT_EQ(extentNumberText(1000), "1000");
+}
+
+TEST(DiskCid, FormFromScriptedDraws) {
+    // floor(r*16)+1 in hexadecimal: 0.0 -> "1", 0.6 -> "a", 0.99 -> "10"; eight draws, eight characters kept.
+    std::vector<double> draws{0.99, 0.6, 0.0, 0.99, 0.5, 0.1, 0.2, 0.3};
+    std::size_t i = 0;
+    EXPECT_EQ(makeCid([&] { return draws[i++]; }), "10a11092");
+    EXPECT_EQ(i, 8u) << "always eight draws";
+    EXPECT_EQ(makeCid([] { return 0.9375; }), "10101010");
+    EXPECT_EQ(makeCid([] { return 0.0; }), "11111111");
+}
+
+TEST(DiskCid, RandomCidsAreEightLowerHexNeverStartingWithZero) {
+    for (int n = 0; n < 2000; ++n) {
+        std::string cid = makeCid();
+        ASSERT_EQ(cid.size(), 8u) << cid;
+        ASSERT_NE(cid[0], '0') << cid;
+        for (std::size_t i = 0; i < cid.size(); ++i) {
+            ASSERT_TRUE((cid[i] >= '0' && cid[i] <= '9') || (cid[i] >= 'a' && cid[i] <= 'f')) << cid;
+            if (cid[i] == '0') {
+                ASSERT_EQ(cid[i - 1], '1') << "a 0 only follows a 1: " << cid;
+            }
+        }
+    }
+}
+
+TEST(DiskDescriptor, SplitSparseTextLineByLine) {
+    DescriptorFields f{"Disk A", 4192257, DiskAdapter::BusLogic, DiskKind::GrowableSplit, 3, "1a2b3c4d"};
+    EXPECT_EQ(descriptorText(f),
+              "# Disk DescriptorFile\r\nversion=1\r\nCID=1a2b3c4d\r\nparentCID=ffffffff\r\n"
+              "createType=\"twoGbMaxExtentSparse\"\r\n\r\n# Extent description\r\n"
+              "RW 4192256 SPARSE \"Disk A-s001.vmdk\"\r\nRW 1 SPARSE \"Disk A-s002.vmdk\"\r\n"
+              "\r\n# The Disk Data Base\r\n#DDB\r\n\r\n"
+              "ddb.virtualHWVersion = \"3\"\r\nddb.geometry.cylinders = \"1024\"\r\n"
+              "ddb.geometry.heads = \"128\"\r\nddb.geometry.sectors = \"32\"\r\nddb.adapterType = \"buslogic\"\r\n");
+}
+
+TEST(DiskDescriptor, FlatKindsAndTheKindWithoutCreateType) {
+    DescriptorFields f{"f", 300000, DiskAdapter::Ide, DiskKind::Preallocated, 4, "11111111"};
+    std::string flat = descriptorText(f);
+    EXPECT_NE(flat.find("createType=\"monolithicFlat\"\r\n"), std::string::npos);
+    EXPECT_NE(flat.find("\r\nRW 300000 FLAT \"f-flat.vmdk\" 0\r\n"), std::string::npos);
+    EXPECT_NE(flat.find("ddb.virtualHWVersion = \"4\"\r\n"), std::string::npos);
+
+    f.kind = DiskKind::PreallocatedSplit;
+    f.totalSectors = 4193793;
+    std::string split = descriptorText(f);
+    EXPECT_NE(split.find("RW 4193792 FLAT \"f-f001.vmdk\" 0\r\nRW 1 FLAT \"f-f002.vmdk\" 0\r\n"), std::string::npos);
+
+    f.kind = DiskKind::Growable;
+    std::string none = descriptorText(f);
+    EXPECT_EQ(none.find("createType"), std::string::npos);
+    EXPECT_EQ(none.find("# Extent description"), std::string::npos);
+    EXPECT_NE(none.find("parentCID=ffffffff\r\n\r\n# The Disk Data Base\r\n"), std::string::npos);
+    // No line is ended by a bare line feed.
+    for (const std::string& t : {flat, split, none}) {
+        for (std::size_t at = t.find('\n'); at != std::string::npos; at = t.find('\n', at + 1)) {
+            ASSERT_EQ(t[at - 1], '\r');
+        }
+    }
+}

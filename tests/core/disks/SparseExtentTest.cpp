@@ -1,0 +1,124 @@
+// Sparse extent layout and header bytes, checked against the rounding rules and against an
+// empty extent written by VMware Workstation.
+#include <sys/stat.h>
+
+#include <cstdint>
+
+#include "TestSupport.h"
+#include "core/disks/SparseExtent.h"
+
+using namespace arden::disks;
+using arden::test::ScratchDir;
+
+namespace {
+
+std::uint64_t le(const std::string& bytes, std::size_t offset, int width) {
+    std::uint64_t v = 0;
+    for (int i = width - 1; i >= 0; --i) v = (v << 8) | static_cast<unsigned char>(bytes[offset + static_cast<std::size_t>(i)]);
+    return v;
+}
+
+std::string headerBytes(const SparseExtentLayout& layout) {
+    auto h = sparseExtentHeader(layout);
+    return std::string(reinterpret_cast<const char*>(h.data()), h.size());
+}
+
+}  // namespace
+
+TEST(SparseExtentLayout, RoundingGivesTheExtraGrainAndTable) {
+    // A full sparse piece: 32,752 grains would do, the rounding gives 32,753 and so 65 tables.
+    SparseExtentLayout full = sparseExtentLayout(4192256);
+    EXPECT_EQ(full.grains, 32753);
+    EXPECT_EQ(full.grainTables, 65);
+    EXPECT_EQ(full.tableSectors, 4);
+    EXPECT_EQ(full.directorySectors, 1);
+    EXPECT_EQ(full.directory, 1 + 1 + 65 * 4);
+    EXPECT_EQ(full.overhead, 640);  // metadata ends at sector 523: five grains
+
+    SparseExtentLayout one = sparseExtentLayout(1);
+    EXPECT_EQ(one.grains, 1);
+    EXPECT_EQ(one.grainTables, 1);
+    EXPECT_EQ(one.directory, 6);
+    EXPECT_EQ(one.overhead, 128);
+
+    // 128 n sectors and 128 n + 1 sectors both get n + 1 grains.
+    EXPECT_EQ(sparseExtentLayout(128 * 10).grains, 11);
+    EXPECT_EQ(sparseExtentLayout(128 * 10 + 1).grains, 11);
+    EXPECT_EQ(sparseExtentLayout(128 * 10 + 65).grains, 12);  // 11.5 goes to the even 12
+    EXPECT_EQ(sparseExtentLayout(128 * 10 + 64).grains, 11);
+    // 512 grains need one table, yet (512 + 512 - 1) / 512 rounds to 2.
+    EXPECT_EQ(sparseExtentLayout(128 * 511 + 1).grainTables, 2);
+    // A directory spills into a second sector only past 128 tables.
+    EXPECT_EQ(sparseExtentLayout(128 * 512 * 128).directorySectors, 2);
+    EXPECT_EQ(sparseExtentLayout(128 * 512 * 127 - 128).directorySectors, 1);
+}
+
+TEST(SparseExtentHeader, FieldsAtTheirOffsetsLittleEndian) {
+    SparseExtentLayout l = sparseExtentLayout(4192256);
+    std::string h = headerBytes(l);
+    EXPECT_EQ(h.substr(0, 4), "KDMV");
+    EXPECT_EQ(le(h, 4, 4), 1u);
+    EXPECT_EQ(le(h, 8, 4), 3u);
+    EXPECT_EQ(le(h, 12, 8), 4192256u);
+    EXPECT_EQ(le(h, 20, 8), 128u);
+    EXPECT_EQ(le(h, 28, 8), 0u);
+    EXPECT_EQ(le(h, 36, 8), 0u);
+    EXPECT_EQ(le(h, 44, 4), 512u);
+    EXPECT_EQ(le(h, 48, 8), 1u);
+    EXPECT_EQ(le(h, 56, 8), static_cast<std::uint64_t>(l.directory));
+    EXPECT_EQ(le(h, 64, 8), 640u);
+    EXPECT_EQ(h.substr(72, 5), std::string("\0\n \r\n", 5));
+    EXPECT_EQ(h.substr(77), std::string(512 - 77, '\0'));
+
+    std::string gd = grainDirectoryBytes(l, 2);
+    ASSERT_EQ(gd.size(), 512u);
+    EXPECT_EQ(le(gd, 0, 4), 2u);
+    EXPECT_EQ(le(gd, 4 * 64, 4), 2u + 64 * 4);
+    EXPECT_EQ(le(gd, 4 * 65, 4), 0u) << "entries past the last table stay zero";
+}
+
+TEST(SparseExtentHeader, SameConstantsAndPlacementAsAVMwareExtent) {
+    ARDEN_REQUIRE_CORPUS();
+    std::string vmware = arden::test::readBytes(arden::test::corpusDir() / "vmdk" / "win10vm__Windows-10-x64-s016.vmdk");
+    ASSERT_GE(vmware.size(), 1024u);
+    std::int64_t capacity = static_cast<std::int64_t>(le(vmware, 12, 8));
+    std::string ours = headerBytes(sparseExtentLayout(capacity));
+    for (std::size_t offset : {0u, 4u, 8u, 12u, 20u, 28u, 36u, 44u, 48u}) {
+        int width = (offset <= 8 || offset == 44) ? 4 : 8;
+        EXPECT_EQ(le(ours, offset, width), le(vmware, offset, width)) << "header field at byte " << offset;
+    }
+    EXPECT_EQ(ours.substr(72, 5), vmware.substr(72, 5));
+    // VMware's redundant directory also points at tables right behind it, 4 sectors apart.
+    EXPECT_EQ(le(vmware, 512, 4), 2u);
+    EXPECT_EQ(le(vmware, 516, 4), 6u);
+    EXPECT_EQ(le(grainDirectoryBytes(sparseExtentLayout(capacity), 2), 4, 4), 6u);
+}
+
+TEST(SparseExtentWriter, WritesMetadataOnlyAndNeverOverwrites) {
+    ScratchDir dir;
+    auto file = dir / "x-s001.vmdk";
+    ASSERT_FALSE(writeSparseExtent(file, 4192256));
+    std::string bytes = arden::test::readBytes(file);
+    SparseExtentLayout l = sparseExtentLayout(4192256);
+    ASSERT_EQ(bytes.size(), static_cast<std::size_t>(l.overhead * 512));
+    EXPECT_EQ(bytes.substr(0, 512), headerBytes(l));
+    EXPECT_EQ(bytes.substr(512, 512), grainDirectoryBytes(l, 2));
+    EXPECT_EQ(bytes.substr(static_cast<std::size_t>(l.directory * 512), 512), grainDirectoryBytes(l, l.directory + 1));
+    // Grain tables and the rest of the overhead read as zeros.
+    EXPECT_EQ(bytes.substr(1024, static_cast<std::size_t>(l.directory * 512) - 1024),
+              std::string(static_cast<std::size_t>(l.directory * 512) - 1024, '\0'));
+
+    struct stat st {};
+    ASSERT_EQ(::stat(file.c_str(), &st), 0);
+    EXPECT_LE(st.st_blocks * 512, 64 * 1024) << "the empty extent is not filled with zeros";
+
+    std::string before = arden::test::readBytes(file);
+    auto again = writeSparseExtent(file, 1000);
+    ASSERT_TRUE(again);
+    EXPECT_NE(again->find(file.string()), std::string::npos);
+    EXPECT_EQ(arden::test::readBytes(file), before) << "an existing file is left as it was";
+
+    auto bad = writeSparseExtent(dir / "zero.vmdk", 0);
+    ASSERT_TRUE(bad);
+    EXPECT_FALSE(std::filesystem::exists(dir / "zero.vmdk"));
+}
