@@ -22,8 +22,8 @@ constexpr std::string_view kClassesBranch = "Software\\Classes";
 constexpr std::string_view kSerialMap = "HARDWARE\\DEVICEMAP\\SERIALCOMM";
 constexpr std::string_view kParallelMap = "HARDWARE\\DEVICEMAP\\PARALLEL PORTS";
 
-// How a value is spelt in the store: a plain text when it reads back unchanged, "sz:" before a
-// text that would otherwise be trimmed, unquoted or taken for another type, "dword:" and eight
+// How a value is spelt in the store: a plain text when it reads back unchanged, "sz:" and the
+// text in double quotes when it would otherwise be trimmed, unquoted or taken for another type, "dword:" and eight
 // hex digits, or "hex(N):" and comma-separated bytes ("hex:" for binary).
 constexpr std::string_view kTextPrefix = "sz:";
 constexpr std::string_view kDwordPrefix = "dword:";
@@ -72,7 +72,7 @@ bool plainTextReadsBack(std::string_view text) {
 
 std::string encodeValue(const RegistryData& data) {
     if (data.type == RegType::String && fitsOnOneLine(data.bytes)) {
-        return plainTextReadsBack(data.bytes) ? data.bytes : std::string(kTextPrefix) + data.bytes;
+        return plainTextReadsBack(data.bytes) ? data.bytes : std::string(kTextPrefix) + "\"" + data.bytes + "\"";
     }
     if (data.type == RegType::DWord && data.bytes.size() == 4) {
         char text[16];
@@ -87,7 +87,11 @@ std::string encodeValue(const RegistryData& data) {
 
 // A value the store cannot decode counts as missing.
 std::optional<RegistryData> decodeValue(std::string_view text) {
-    if (startsWithIgnoreCase(text, kTextPrefix)) return RegistryData{RegType::String, std::string(text.substr(3))};
+    if (startsWithIgnoreCase(text, kTextPrefix)) {
+        std::string_view rest = text.substr(kTextPrefix.size());
+        if (rest.size() >= 2 && rest.front() == '"' && rest.back() == '"') rest = rest.substr(1, rest.size() - 2);
+        return RegistryData{RegType::String, std::string(rest)};
+    }
     if (startsWithIgnoreCase(text, kDwordPrefix)) {
         auto bytes = text.substr(kDwordPrefix.size());
         if (bytes.size() != 8) return std::nullopt;
