@@ -136,6 +136,10 @@ TEST(DiskCreator, LackOfSpaceFailsCleanly) {
     fs::create_directories(small);
     if (::mount("tmpfs", small.c_str(), "tmpfs", 0, "size=2m") != 0)
         GTEST_SKIP() << "cannot mount a small tmpfs here: " << std::strerror(errno);
+    struct Unmount {
+        fs::path at;
+        ~Unmount() { ::umount(at.c_str()); }
+    } unmount{small};
     for (DiskKind kind : {DiskKind::PreallocatedSplit, DiskKind::Preallocated}) {
         auto r = createDisk({small / "full.vmdk", DiskAdapter::LsiLogic, 204800, kind, 3});
         ASSERT_TRUE(r.failure);
@@ -144,7 +148,6 @@ TEST(DiskCreator, LackOfSpaceFailsCleanly) {
         EXPECT_NE(text.find("No space left on device"), std::string::npos) << text;
         EXPECT_TRUE(namesIn(small).empty()) << "partial files are removed";
     }
-    ::umount(small.c_str());
 }
 
 TEST(DiskCreator, SingleGrowableThroughQemuImg) {
