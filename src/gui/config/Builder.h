@@ -1,0 +1,77 @@
+#pragma once
+// Builder: the editor of one virtual-machine configuration, one per editor tab of the main
+// window. The main window sets the properties, then calls start(); from then on the editor
+// owns its configuration model and answers ChangesPending, CreateVmxFile, AddVMToFavorites
+// and UpdateUILabels.
+#include <QString>
+#include <QWidget>
+#include <memory>
+
+#include "core/config/VmConfiguration.h"
+
+class QTabWidget;
+
+namespace arden::gui {
+
+class HardwareListPanel;
+class OptionsPanel;
+
+class Builder : public QWidget {
+    Q_OBJECT
+public:
+    explicit Builder(QWidget* parent = nullptr);
+    ~Builder() override;
+
+    // Properties, set before start().
+    bool EditExistingFile = false;
+    QString ExistingVmxFileName;
+    QString DisplayName;
+    QString NewVmxPath;
+    int LanguageOffset = 0;
+    bool CreateBackups = true;
+
+    // Loads the existing file (making the backup copy when CreateBackups is on and telling the
+    // user) or sets up a new machine, then fills the pages. False when the file could not be
+    // read: the user has been told why and the editor should be closed.
+    bool start();
+
+    // True when the model differs from what was last loaded or saved. A new machine starts
+    // with changes pending: it exists nowhere but in the editor until it is saved.
+    bool ChangesPending() const { return changesPending_; }
+
+    // File name and folder are both given (a save would not be refused for a missing name).
+    bool nameValid() const;
+
+    // Runs the save checks and writes the file; true when it was written. Refusals and write
+    // failures are shown to the user. On success ChangesPending becomes false and `written`
+    // fires with the file's text for the summary window.
+    bool CreateVmxFile();
+
+    // The favourite this editor stands for: display name, .vmx path, config.version number.
+    QString favoriteDisplayName() const;
+    QString vmxPath() const;
+    int configVersion() const;
+
+    // Relabels every caption from the string table with `languageOffset`.
+    void UpdateUILabels(int languageOffset);
+
+    const VmConfiguration& configuration() const { return config_; }
+
+signals:
+    void changesPendingChanged(bool pending);
+    void displayNameChanged(const QString& name);
+    void written(const QString& path, const QString& text);
+
+private:
+    void setChangesPending(bool pending);
+    void pageEdited();
+    void fill();
+
+    VmConfiguration config_;
+    bool changesPending_ = false;
+    QTabWidget* sstMain_;
+    OptionsPanel* options_;
+    HardwareListPanel* hardware_;
+};
+
+}  // namespace arden::gui

@@ -1,0 +1,45 @@
+#pragma once
+// Small helpers shared by the editor's pages: controls created with their object names, and
+// the table of captions that UpdateUILabels walks to relabel a page from the string table.
+#include <QString>
+#include <functional>
+#include <utility>
+#include <vector>
+
+class QAbstractButton;
+class QComboBox;
+class QGroupBox;
+class QLabel;
+class QTabWidget;
+class QTreeWidget;
+
+namespace arden::gui {
+
+// Creates a control and gives it its name, so that tests and accessibility tools find it.
+template <typename W, typename... A>
+W* named(const char* name, A&&... args) {
+    W* w = new W(std::forward<A>(args)...);
+    w->setObjectName(QString::fromLatin1(name));
+    return w;
+}
+
+// The caption of every control of a page, by string-table id. A caption that ends in ":" or
+// "..." is the loaded text with that ending appended.
+class Captions {
+public:
+    void add(QLabel* label, int id, const char* ending = "");
+    void add(QAbstractButton* button, int id, const char* ending = "");
+    void add(QGroupBox* frame, int id, const char* ending = "");
+    void addItem(QComboBox* list, int index, int id);
+    void addHeader(QTreeWidget* list, int column, int id);
+    void addTab(QTabWidget* tabs, int index, int id);
+
+    // Loads every caption with `languageOffset` added to its id.
+    void apply(int languageOffset) const;
+
+private:
+    void bind(int id, const char* ending, std::function<void(const QString&)> set);
+    std::vector<std::function<void(int)>> setters_;
+};
+
+}  // namespace arden::gui

@@ -1,0 +1,203 @@
+#include "gui/config/GeneralPage.h"
+
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QSignalBlocker>
+
+#include "gui/support/Prompts.h"
+#include "gui/support/UiText.h"
+
+namespace arden::gui {
+namespace {
+
+constexpr int kFolderPickerTitleId = 227;  // "Folder for the Virtual Machine"
+
+// Notes are held with CR LF line breaks, as the file stores them; the text box uses LF.
+QString notesForDisplay(const std::string& notes) {
+    return QString::fromStdString(notes).replace(QLatin1String("\r\n"), QLatin1String("\n"));
+}
+
+std::string notesForModel(QString text) {
+    return text.replace(QLatin1Char('\n'), QLatin1String("\r\n")).toStdString();
+}
+
+}  // namespace
+
+GeneralPage::GeneralPage(VmConfiguration& config, QWidget* parent) : OptionPage(config, parent) {
+    setObjectName("fraGeneralPage");
+    using I = IdentitySettings;
+    constexpr auto identity = &VmConfiguration::identity;
+
+    // Rows of label and control; a row's label is captioned "<text>:".
+    auto addRow = [this](QFormLayout* form, QWidget* frame, const char* labelName, int labelId, QWidget* field,
+                         QWidget* buddy) {
+        auto* label = named<QLabel>(labelName, frame);
+        label->setBuddy(buddy);
+        captions_.add(label, labelId, ":");
+        form->addRow(label, field);
+    };
+
+    auto* fraIdentity = named<QGroupBox>("fraIdentity", this);
+    captions_.add(fraIdentity, 226);
+    auto* identityForm = new QFormLayout(fraIdentity);
+    auto* txtDisplayName = named<QLineEdit>("txtDisplayName", fraIdentity);
+    auto* txtVmxFileName = named<QLineEdit>("txtVmxFileName", fraIdentity);
+    txtVmxFolder_ = named<QLineEdit>("txtVmxFolder", fraIdentity);
+    auto* cmdBrowseVmxFolder = named<QPushButton>("cmdBrowseVmxFolder", fraIdentity);
+    captions_.add(cmdBrowseVmxFolder, 305, "...");
+    auto* folderRow = new QWidget(fraIdentity);
+    auto* folderLayout = new QHBoxLayout(folderRow);
+    folderLayout->setContentsMargins(0, 0, 0, 0);
+    folderLayout->addWidget(txtVmxFolder_, 1);
+    folderLayout->addWidget(cmdBrowseVmxFolder);
+    auto* txtWorkingDir = named<QLineEdit>("txtWorkingDir", fraIdentity);
+    addRow(identityForm, fraIdentity, "lblDisplayName", 207, txtDisplayName, txtDisplayName);
+    addRow(identityForm, fraIdentity, "lblVmxFileName", 208, txtVmxFileName, txtVmxFileName);
+    addRow(identityForm, fraIdentity, "lblVmxFolder", 209, folderRow, txtVmxFolder_);
+    addRow(identityForm, fraIdentity, "lblWorkingDir", 210, txtWorkingDir, txtWorkingDir);
+    bindText(txtDisplayName, identity, &I::displayName);
+    bindText(txtVmxFileName, identity, &I::vmxFileName);
+    bindText(txtVmxFolder_, identity, &I::vmxFolder);
+    bindText(txtWorkingDir, identity, &I::workingDir);
+    connect(txtDisplayName, &QLineEdit::textChanged, this, [this](const QString& name) {
+        if (!filling()) emit displayNameChanged(name);
+    });
+    connect(cmdBrowseVmxFolder, &QPushButton::clicked, this, &GeneralPage::browseVmxFolder);
+
+    auto* fraGeneral = named<QGroupBox>("fraGeneral", this);
+    captions_.add(fraGeneral, 52);
+    auto* productForm = new QFormLayout(fraGeneral);
+    cboTargetPlatform_ = named<QComboBox>("cboTargetPlatform", fraGeneral);
+    for (int p = 0; p < kPlatformCount; ++p) captions_.addItem(cboTargetPlatform_, p, platformNameId(p));
+    cboPlatformVersion_ = named<QComboBox>("cboPlatformVersion", fraGeneral);
+    addRow(productForm, fraGeneral, "lblTargetPlatform", 212, cboTargetPlatform_, cboTargetPlatform_);
+    addRow(productForm, fraGeneral, "lblPlatformVersion", 217, cboPlatformVersion_, cboPlatformVersion_);
+
+    auto* fraGuest = named<QGroupBox>("fraGuest", this);
+    captions_.add(fraGuest, 218);
+    auto* guestForm = new QFormLayout(fraGuest);
+    cboGuestFamilies_ = named<QComboBox>("cboGuestFamilies", fraGuest);
+    cboGuestVersions_ = named<QComboBox>("cboGuestVersions", fraGuest);
+    addRow(guestForm, fraGuest, "lblGuestFamilies", 219, cboGuestFamilies_, cboGuestFamilies_);
+    addRow(guestForm, fraGuest, "lblGuestVersions", 225, cboGuestVersions_, cboGuestVersions_);
+
+    connect(cboTargetPlatform_, &QComboBox::currentIndexChanged, this, &GeneralPage::platformChosen);
+    connect(cboPlatformVersion_, &QComboBox::currentIndexChanged, this, &GeneralPage::versionChosen);
+    connect(cboGuestFamilies_, &QComboBox::currentIndexChanged, this, &GeneralPage::familyChosen);
+    connect(cboGuestVersions_, &QComboBox::currentIndexChanged, this, &GeneralPage::guestVersionChosen);
+
+    auto* lblNotes = named<QLabel>("lblNotes", this);
+    captions_.add(lblNotes, 211, ":");
+    txtNotes_ = named<QPlainTextEdit>("txtNotes", this);
+    lblNotes->setBuddy(txtNotes_);
+    connect(txtNotes_, &QPlainTextEdit::textChanged, this, [this] {
+        store([&](VmConfiguration& c) { c.identity.notes = notesForModel(txtNotes_->toPlainText()); });
+    });
+
+    for (QComboBox* list : {cboTargetPlatform_, cboPlatformVersion_, cboGuestFamilies_, cboGuestVersions_})
+        list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+
+    auto* layout = new QGridLayout(this);
+    layout->addWidget(fraIdentity, 0, 0, 1, 2);
+    layout->addWidget(fraGeneral, 1, 0);
+    layout->addWidget(fraGuest, 1, 1);
+    layout->addWidget(lblNotes, 2, 0, 1, 2);
+    layout->addWidget(txtNotes_, 3, 0, 1, 2);
+    layout->setRowStretch(3, 1);
+    layout->setColumnStretch(0, 1);
+    layout->setColumnStretch(1, 1);
+}
+
+void GeneralPage::fillPage() {
+    txtNotes_->setPlainText(notesForDisplay(config_.identity.notes));
+    cboTargetPlatform_->setCurrentIndex(config_.product.platform);
+    fillVersions(true);
+    fillFamilies();
+    fillGuestVersions(config_.product.guestFamily, config_.product.guestVersion);
+}
+
+void GeneralPage::relabelPage() {
+    for (int i = 0; i < cboGuestFamilies_->count(); ++i)
+        cboGuestFamilies_->setItemText(i, uiText(guestFamilyNameId(cboGuestFamilies_->itemData(i).toInt()), languageOffset()));
+}
+
+void GeneralPage::fillVersions(bool selectStored) {
+    const QSignalBlocker quiet(cboPlatformVersion_);
+    cboPlatformVersion_->clear();
+    auto versions = platformVersions(config_.product.platform);
+    for (std::string_view v : versions) cboPlatformVersion_->addItem(QString::fromUtf8(v.data(), static_cast<int>(v.size())));
+    const int stored = config_.product.version;
+    const bool valid = stored >= 0 && static_cast<std::size_t>(stored) < versions.size();
+    cboPlatformVersion_->setCurrentIndex(selectStored && valid ? stored : -1);
+}
+
+void GeneralPage::fillFamilies() {
+    const QSignalBlocker quiet(cboGuestFamilies_);
+    cboGuestFamilies_->clear();
+    // A stored version the platform does not have counts as its last one, as the file figures do.
+    const int platform = config_.product.platform;
+    int version = config_.product.version;
+    if (version < 0 || static_cast<std::size_t>(version) >= platformVersions(platform).size())
+        version = lastVersion(platform);
+    for (int family : offeredGuestFamilies(platform, version))
+        cboGuestFamilies_->addItem(uiText(guestFamilyNameId(family), languageOffset()), family);
+    // A stored family that the product does not offer stays in the model, unselected here,
+    // until the user picks another one.
+    cboGuestFamilies_->setCurrentIndex(cboGuestFamilies_->findData(config_.product.guestFamily));
+}
+
+void GeneralPage::fillGuestVersions(int family, int select) {
+    const QSignalBlocker quiet(cboGuestVersions_);
+    cboGuestVersions_->clear();
+    for (const GuestEntry& g : guestVersions(family))
+        cboGuestVersions_->addItem(QString::fromUtf8(g.name.data(), static_cast<int>(g.name.size())));
+    cboGuestVersions_->setCurrentIndex(select >= 0 && select < cboGuestVersions_->count() ? select : -1);
+}
+
+void GeneralPage::platformChosen(int index) {
+    if (index < 0) return;
+    // The refilled version list has no selection and the stored version is left as it was:
+    // the families follow once a version is picked.
+    store([&](VmConfiguration& c) {
+        c.product.platform = index;
+        fillVersions(false);
+    });
+}
+
+void GeneralPage::versionChosen(int index) {
+    if (index < 0) return;
+    store([&](VmConfiguration& c) {
+        c.product.version = index;
+        fillFamilies();
+    });
+}
+
+void GeneralPage::familyChosen(int index) {
+    if (index < 0) return;
+    // The new family's first version is chosen, so the model's guest identifier always
+    // belongs to the family shown.
+    const int family = cboGuestFamilies_->itemData(index).toInt();
+    store([&](VmConfiguration& c) {
+        c.selectGuest(family, 0);
+        fillGuestVersions(family, 0);
+    });
+}
+
+void GeneralPage::guestVersionChosen(int index) {
+    if (index < 0) return;
+    // The list always holds the versions of the model's family.
+    store([&](VmConfiguration& c) { c.selectGuest(c.product.guestFamily, index); });
+}
+
+void GeneralPage::browseVmxFolder() {
+    // The text box's own change event stores the chosen folder.
+    const QString folder = pickFolder(this, uiText(kFolderPickerTitleId, languageOffset()), txtVmxFolder_->text());
+    if (!folder.isEmpty()) txtVmxFolder_->setText(folder);
+}
+
+}  // namespace arden::gui

@@ -1,0 +1,45 @@
+#pragma once
+// The general page: display name, file name and folder, target platform and version, guest
+// family and version, working directory and notes. The version list follows the platform,
+// the family list follows platform and version, the guest-version list follows the family.
+#include "gui/config/OptionPage.h"
+
+class QPlainTextEdit;
+class QPushButton;
+
+namespace arden::gui {
+
+class GeneralPage : public OptionPage {
+    Q_OBJECT
+public:
+    GeneralPage(VmConfiguration& config, QWidget* parent);
+
+signals:
+    // The user changed the display name (the main window retitles the editor's tab).
+    void displayNameChanged(const QString& name);
+
+protected:
+    void fillPage() override;
+    void relabelPage() override;
+
+private:
+    void platformChosen(int index);
+    void versionChosen(int index);
+    void familyChosen(int index);
+    void guestVersionChosen(int index);
+    void browseVmxFolder();
+
+    // Rebuild a dependent list from the model without raising its change event.
+    void fillVersions(bool selectStored);
+    void fillFamilies();
+    void fillGuestVersions(int family, int select);
+
+    QLineEdit* txtVmxFolder_;
+    QComboBox* cboTargetPlatform_;
+    QComboBox* cboPlatformVersion_;
+    QComboBox* cboGuestFamilies_;
+    QComboBox* cboGuestVersions_;
+    QPlainTextEdit* txtNotes_;
+};
+
+}  // namespace arden::gui

@@ -1,0 +1,43 @@
+#pragma once
+// The Options tab of an editor: the list of the six option groups with a one-line summary of
+// each, and beside it the page of the group that is selected.
+#include <QWidget>
+#include <array>
+
+#include "core/config/VmConfiguration.h"
+#include "gui/config/ConfigWidgets.h"
+
+class QStackedWidget;
+class QTreeWidget;
+
+namespace arden::gui {
+
+class OptionPage;
+
+class OptionsPanel : public QWidget {
+    Q_OBJECT
+public:
+    static constexpr int kGroupCount = 6;
+
+    OptionsPanel(VmConfiguration& config, QWidget* parent);
+
+    // Shows the model on every page and rewrites the six summaries; emits nothing.
+    void fill();
+    // Writes the summary of each of the six groups into its entry's second column.
+    void refreshSummaries();
+    void relabel(int languageOffset);
+
+signals:
+    // A page changed the model.
+    void edited();
+    void displayNameChanged(const QString& name);
+
+private:
+    VmConfiguration& config_;
+    QTreeWidget* lvwOptionsList_;
+    QStackedWidget* sstOptions_;
+    std::array<OptionPage*, kGroupCount> pages_{};
+    Captions captions_;
+};
+
+}  // namespace arden::gui
