@@ -1,0 +1,157 @@
+// Every kind of disk on every adapter, checked by qemu-img info/check and vmdkinfo, with data
+// written by qemu-io around the extent boundaries and read back by a second run.
+#include <cstdio>
+#include <sys/wait.h>
+
+#include "TestSupport.h"
+#include "core/disks/DiskCreator.h"
+#include "core/disks/DiskInformation.h"
+#include "core/shell/GetText.h"
+
+using namespace arden::disks;
+using arden::test::ScratchDir;
+namespace fs = std::filesystem;
+
+namespace {
+
+struct ToolRun {
+    int exitCode = -1;
+    std::string output;  // standard output and error together
+};
+
+std::string quote(const std::string& s) {
+    std::string q = "'";
+    for (char c : s) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return q + "'";
+}
+
+ToolRun tool(const std::string& command) {
+    ToolRun run;
+    FILE* pipe = ::popen((command + " 2>&1").c_str(), "r");
+    if (!pipe) return run;
+    char buffer[4096];
+    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) run.output.append(buffer, n);
+    int status = ::pclose(pipe);
+    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+    return run;
+}
+
+bool haveTools() {
+    return tool("command -v qemu-img && command -v qemu-io && command -v vmdkinfo").exitCode == 0;
+}
+
+struct Case {
+    DiskKind kind;
+    DiskAdapter adapter;
+};
+
+std::string caseName(const testing::TestParamInfo<Case>& info) {
+    std::string name = std::string(diskKindInfo(info.param.kind).name) + "_" + std::string(adapterText(info.param.adapter));
+    for (char& c : name) {
+        if (c == '-') c = '_';
+    }
+    return name;
+}
+
+// A size that gives split kinds a second, short extent; the single kinds get an odd count.
+std::int64_t sectorsFor(DiskKind kind) {
+    const DiskKindInfo& info = diskKindInfo(kind);
+    return info.numberedExtents ? info.maxExtentSectors + 1000 : 204801;
+}
+
+// Byte offsets worth writing at: the start, each side of every extent boundary, the last sector.
+std::vector<std::int64_t> probeOffsets(DiskKind kind, std::int64_t sectors) {
+    std::vector<std::int64_t> offsets{0};
+    const DiskKindInfo& info = diskKindInfo(kind);
+    if (info.numberedExtents) {
+        for (std::int64_t b = info.maxExtentSectors; b < sectors; b += info.maxExtentSectors) offsets.push_back((b - 1) * 512);
+    }
+    offsets.push_back((sectors - 2) * 512);
+    return offsets;
+}
+
+// qemu-io commands that write (or verify) 1 KiB with a per-offset pattern at each offset.
+std::string ioCommands(const std::vector<std::int64_t>& offsets, const char* verb) {
+    std::string commands;
+    int pattern = 0x41;
+    for (std::int64_t off : offsets) {
+        commands += " -c " + quote(std::string(verb) + " -P " + std::to_string(pattern++) + " " + std::to_string(off) + " 1024");
+    }
+    return commands;
+}
+
+class DiskInterop : public testing::TestWithParam<Case> {};
+
+}  // namespace
+
+TEST_P(DiskInterop, ReadersAcceptTheDiskAndDataSurvivesAtExtentBoundaries) {
+    if (!haveTools()) GTEST_SKIP() << "qemu-img, qemu-io and vmdkinfo are needed (Debian qemu-utils, libvmdk-utils)";
+    const Case c = GetParam();
+    ScratchDir dir;
+    const std::int64_t sectors = sectorsFor(c.kind);
+    const fs::path file = dir / "Interop Disk.vmdk";
+    DiskCreationResult made = createDisk({file, c.adapter, sectors, c.kind, 3});
+    ASSERT_TRUE(made.created) << (made.failure ? arden::resolveText(made.failure->text, 0) : "");
+    const std::string f = quote(file.string());
+
+    ToolRun info = tool("qemu-img info --output=json " + f);
+    ASSERT_EQ(info.exitCode, 0) << info.output;
+    EXPECT_NE(info.output.find("\"virtual-size\": " + std::to_string(sectors * 512)), std::string::npos) << info.output;
+    EXPECT_NE(info.output.find("\"format\": \"vmdk\""), std::string::npos) << info.output;
+
+    ToolRun check = tool("qemu-img check " + f);
+    EXPECT_EQ(check.exitCode, 0) << check.output;
+
+    ToolRun libvmdk = tool("vmdkinfo " + f);
+    EXPECT_EQ(libvmdk.exitCode, 0) << libvmdk.output;
+    EXPECT_NE(libvmdk.output.find("(" + std::to_string(sectors * 512) + " bytes)"), std::string::npos) << libvmdk.output;
+
+    std::vector<std::int64_t> offsets = probeOffsets(c.kind, sectors);
+    ToolRun write = tool("qemu-io -f vmdk" + ioCommands(offsets, "write") + " " + f);
+    ASSERT_EQ(write.exitCode, 0) << write.output;
+    EXPECT_EQ(write.output.find("fail"), std::string::npos) << write.output;
+    ToolRun read = tool("qemu-io -r -f vmdk" + ioCommands(offsets, "read") + " " + f);
+    EXPECT_EQ(read.exitCode, 0) << read.output;
+    EXPECT_EQ(read.output.find("Pattern verification failed"), std::string::npos) << read.output;
+    EXPECT_EQ(read.output.find("fail"), std::string::npos) << read.output;
+
+    ToolRun after = tool("qemu-img check " + f);
+    EXPECT_EQ(after.exitCode, 0) << after.output;
+    DiskReadResult ours = readDiskInformation(file);
+    ASSERT_TRUE(ours.information);
+    EXPECT_EQ(ours.information->totalSectors, sectors);
+    EXPECT_EQ(ours.information->adapterType, adapterText(c.adapter));
+}
+
+INSTANTIATE_TEST_SUITE_P(EveryKindAndAdapter, DiskInterop,
+                         testing::Values(Case{DiskKind::Growable, DiskAdapter::Ide}, Case{DiskKind::Growable, DiskAdapter::BusLogic},
+                                         Case{DiskKind::Growable, DiskAdapter::LsiLogic},
+                                         Case{DiskKind::GrowableSplit, DiskAdapter::Ide},
+                                         Case{DiskKind::GrowableSplit, DiskAdapter::BusLogic},
+                                         Case{DiskKind::GrowableSplit, DiskAdapter::LsiLogic},
+                                         Case{DiskKind::Preallocated, DiskAdapter::Ide},
+                                         Case{DiskKind::Preallocated, DiskAdapter::BusLogic},
+                                         Case{DiskKind::Preallocated, DiskAdapter::LsiLogic},
+                                         Case{DiskKind::PreallocatedSplit, DiskAdapter::Ide},
+                                         Case{DiskKind::PreallocatedSplit, DiskAdapter::BusLogic},
+                                         Case{DiskKind::PreallocatedSplit, DiskAdapter::LsiLogic}),
+                         caseName);
+
+TEST(DiskInteropReader, ReadsTheDescriptorsQemuImgWrites) {
+    if (!haveTools()) GTEST_SKIP() << "qemu-img is needed (Debian qemu-utils)";
+    ScratchDir dir;
+    const std::int64_t sectors = 4194304 + 2048;  // two extents in qemu-img's own 2 GiB split
+    for (const char* subformat : {"monolithicSparse", "monolithicFlat", "twoGbMaxExtentSparse", "twoGbMaxExtentFlat"}) {
+        fs::path file = dir / (std::string(subformat) + ".vmdk");
+        ToolRun made = tool("qemu-img create -f vmdk -o subformat=" + std::string(subformat) + ",adapter_type=buslogic " +
+                            quote(file.string()) + " " + std::to_string(sectors * 512));
+        ASSERT_EQ(made.exitCode, 0) << made.output;
+        DiskReadResult r = readDiskInformation(file);
+        ASSERT_TRUE(r.information) << subformat << ": " << arden::resolveText(r.failure.text, 0);
+        EXPECT_EQ(r.information->createType, subformat);
+        EXPECT_EQ(r.information->totalSectors, sectors) << subformat;
+        EXPECT_EQ(r.information->adapterType, "buslogic") << subformat;
+        EXPECT_EQ(r.information->heads, 255) << subformat;
+        EXPECT_EQ(r.information->hardwareVersion, "4") << subformat;
+    }
+}
