@@ -17,6 +17,11 @@ std::string booleanText(bool value) { return value ? "-1" : "0"; }
 
 }  // namespace
 
+cInifile::cInifile() = default;
+cInifile::~cInifile() = default;
+cInifile::cInifile(cInifile&&) noexcept = default;
+cInifile& cInifile::operator=(cInifile&&) noexcept = default;
+
 void cInifile::fail(std::string reason) {
     success_ = false;
     lastReturnCode_ = 0;
@@ -25,31 +30,55 @@ void cInifile::fail(std::string reason) {
 
 // A missing file reads as an empty one (it is created by the first write); a file that exists
 // but cannot be read is a failure, so that a write never replaces what could not be read.
-std::optional<IniDocument> cInifile::load() {
+// The parsed file is kept while its size and modification time stay the same, so that reading
+// many keys one after the other parses the file once.
+IniDocument* cInifile::load() {
     if (path_.empty()) {
         fail("No INI file path given");
-        return std::nullopt;
+        return nullptr;
     }
+    namespace fs = std::filesystem;
     std::error_code ec;
-    if (!std::filesystem::exists(std::filesystem::path(path_), ec) && !ec) {
-        lastError_.clear();
-        return IniDocument();
+    FileStamp stamp;
+    stamp.path = path_;
+    fs::file_status status = fs::status(fs::path(path_), ec);
+    stamp.exists = fs::exists(status);
+    if (stamp.exists && fs::is_regular_file(status)) {
+        stamp.size = fs::file_size(fs::path(path_), ec);
+        stamp.time = fs::last_write_time(fs::path(path_), ec);
     }
-    std::string error;
-    auto bytes = readWholeFile(path_, error);
-    if (!bytes) {
-        fail(std::move(error));
-        return std::nullopt;
+    if (cached_ && stamp == cachedStamp_) {
+        lastError_.clear();
+        return cached_.get();
+    }
+    cached_.reset();
+    std::string bytes;
+    if (stamp.exists) {
+        std::string error;
+        auto read = readWholeFile(path_, error);
+        if (!read) {
+            fail(std::move(error));
+            return nullptr;
+        }
+        bytes = std::move(*read);
     }
     lastError_.clear();
-    return IniDocument(*bytes);
+    cached_ = std::make_unique<IniDocument>(bytes);
+    cachedStamp_ = stamp;
+    return cached_.get();
 }
 
 bool cInifile::store(const IniDocument& document) {
     if (auto error = writeFileAtomically(path_, document.text())) {
+        cached_.reset();  // the change did not reach the file
         fail(std::move(*error));
         return false;
     }
+    std::error_code ec;
+    cachedStamp_.exists = true;
+    cachedStamp_.size = std::filesystem::file_size(std::filesystem::path(path_), ec);
+    cachedStamp_.time = std::filesystem::last_write_time(std::filesystem::path(path_), ec);
+    if (ec) cached_.reset();
     success_ = true;
     lastReturnCode_ = 1;
     lastError_.clear();
@@ -145,7 +174,7 @@ bool cInifile::setINISection(std::string_view entries) {
 
 std::vector<std::string> cInifile::Sections() {
     auto doc = load();
-    success_ = doc.has_value();
+    success_ = doc != nullptr;
     return doc ? doc->sectionNames() : std::vector<std::string>{};
 }
 
@@ -157,7 +186,7 @@ std::vector<std::string> cInifile::EnumerateCurrentSection() {
 
 std::vector<std::string> cInifile::EnumerateAllSections() {
     auto doc = load();
-    success_ = doc.has_value();
+    success_ = doc != nullptr;
     return doc ? doc->sectionHeaders() : std::vector<std::string>{};
 }
 
@@ -182,7 +211,7 @@ bool cInifile::SaveFormPosition(const WindowPlacement& window) {
 
 void cInifile::LoadFormPosition(WindowPlacement& window) {
     auto doc = load();
-    success_ = doc.has_value();
+    success_ = doc != nullptr;
     if (!doc) return;
     auto read = [&](std::string_view key) { return doc->value(section_, key).value_or(std::string(kFail)); };
     struct Field {

@@ -8,6 +8,8 @@
 // asked, LastReturnCode() gives its result code (characters read, 1 for a done change, 0 for a
 // failure) and LastError() the reason for a failed read or write (naming the file).
 #include <cstdint>
+#include <filesystem>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -30,6 +32,11 @@ struct WindowPlacement {
 
 class cInifile {
 public:
+    cInifile();
+    ~cInifile();
+    cInifile(cInifile&&) noexcept;
+    cInifile& operator=(cInifile&&) noexcept;
+
     std::int32_t LastReturnCode() const { return lastReturnCode_; }
     bool Success() const { return success_; }
     // The reason of the last failed read or write ("Cannot write /x/y.ini: Permission denied"),
@@ -84,7 +91,15 @@ public:
     static bool CBoolDefault(std::string_view text, bool defaultValue);
 
 private:
-    std::optional<IniDocument> load();
+    struct FileStamp {
+        std::string path;
+        bool exists = false;
+        std::uintmax_t size = 0;
+        std::filesystem::file_time_type time{};
+        bool operator==(const FileStamp&) const = default;
+    };
+
+    IniDocument* load();
     bool store(const IniDocument& document);
     void fail(std::string reason);
     bool checkNames(bool withKey);
@@ -93,6 +108,8 @@ private:
     std::int32_t lastReturnCode_ = 0;
     bool success_ = false;
     std::string lastError_;
+    std::unique_ptr<IniDocument> cached_;
+    FileStamp cachedStamp_;
 };
 
 }  // namespace arden

@@ -198,3 +198,20 @@ TEST(cInifileConversions, TextToNumberAndBoolean) {
     EXPECT_TRUE(cInifile::CBoolDefault("yes", true));
     EXPECT_FALSE(cInifile::CBoolDefault("yes", false));
 }
+
+TEST(cInifileRead, SeesChangesMadeByOthersBetweenReads) {
+    ScratchDir dir;
+    writeBytes(dir / "a.ini", "[S]\r\nK=1\r\n");
+    cInifile ini = at(dir / "a.ini", "S", "K");
+    EXPECT_EQ(ini.Value(), "1");
+    writeBytes(dir / "a.ini", "[S]\r\nK=22\r\n");
+    EXPECT_EQ(ini.Value(), "22");
+    std::filesystem::remove(dir / "a.ini");
+    ini.setDefault("gone");
+    EXPECT_EQ(ini.Value(), "gone");
+    ASSERT_TRUE(ini.setValue("3"));
+    writeBytes(dir / "a.ini", "[S]\r\nK=4\r\nL=5\r\n");
+    ini.setKey("L");
+    ASSERT_TRUE(ini.setValue("6"));
+    EXPECT_EQ(readBytes(dir / "a.ini"), "[S]\r\nK=4\r\nL=6\r\n") << "a write starts from the file as it is now";
+}
