@@ -8,6 +8,7 @@
 #include <sstream>
 #include <vector>
 
+#include "BigConfiguration.h"
 #include "core/config/SaveFlow.h"
 #include "core/config/VmxLoader.h"
 #include "core/config/VmxWriter.h"
@@ -17,33 +18,6 @@ using Clock = std::chrono::steady_clock;
 
 namespace {
 
-// A configuration of `lines` lines as a long-lived machine collects them: devices on every
-// node, shared folders, and many keys the editor keeps as they stand.
-std::string bigConfiguration(int lines) {
-    std::ostringstream s;
-    s << ".encoding = \"UTF-8\"\r\ndisplayName = \"Benchmark\"\r\nconfig.version = \"8\"\r\nvirtualHW.version = \"4\"\r\n"
-         "guestOS = \"winxppro\"\r\nmemsize = \"512\"\r\nnumvcpus = \"2\"\r\n";
-    int written = 7;
-    for (int c = 0; c < 4; ++c) {
-        s << "scsi" << c << ".present = \"TRUE\"\r\nscsi" << c << ".virtualDev = \"lsilogic\"\r\n";
-        written += 2;
-        for (int n = 0; n < 7; ++n) {
-            s << "scsi" << c << ":" << n << ".present = \"TRUE\"\r\nscsi" << c << ":" << n << ".fileName = \"disk" << c << n
-              << ".vmdk\"\r\nscsi" << c << ":" << n << ".mode = \"persistent\"\r\n";
-            written += 3;
-        }
-    }
-    for (int i = 0; i < 3; ++i) {
-        s << "ethernet" << i << ".present = \"TRUE\"\r\nethernet" << i << ".connectionType = \"nat\"\r\nethernet" << i
-          << ".generatedAddress = \"00:0c:29:00:00:0" << i << "\"\r\n";
-        written += 3;
-    }
-    for (int i = 0; written < lines; ++i, ++written) {
-        if (i % 10 == 0) s << "# note " << i << "\r\n";
-        else s << "guestinfo.key" << i << " = \"value number " << i << " with some text\"\r\n";
-    }
-    return s.str();
-}
 
 template <class F>
 double medianMs(int runs, F&& f) {
@@ -62,7 +36,7 @@ double medianMs(int runs, F&& f) {
 int main() {
     fs::path dir = fs::temp_directory_path() / "arden-bench-config";
     fs::create_directories(dir);
-    const std::string text = bigConfiguration(10000);
+    const std::string text = arden::bench::bigConfiguration(10000);
     { std::ofstream(dir / "big.vmx", std::ios::binary) << text; }
 
     std::size_t sink = 0;
