@@ -48,26 +48,32 @@ TEST(CliDisk, CreatesEachKindAndPrintsTheDescriptorPath) {
 
 TEST(CliDisk, RefusalsAndQuestionsCreateNothing) {
     ScratchDir dir;
-    auto small = runCli(create(dir / "x.vmdk", "99M", "ide", "growable-split"));
-    EXPECT_EQ(small.exitCode, 1);
-    EXPECT_EQ(small.err, "Invalid Disk Size: Disk Size too small!  Minimum Size is 100 Mb\n");
-    auto large = runCli(create(dir / "x.vmdk", "268435457s", "ide", "growable-split"));
-    EXPECT_EQ(large.exitCode, 1);
-    EXPECT_EQ(large.err, "Invalid Disk Size: Disk Size too large!  Maximum Size is 128/256/950 Gb\n");
-    auto text = runCli(create(dir / "x.vmdk", "tenM", "ide", "growable-split"));
-    EXPECT_EQ(text.exitCode, 1);
-    EXPECT_NE(text.err.find("Invalid Disk Size: Disk Size must be Numeric!"), std::string::npos);
-
-    auto asked = runCli(create(dir / "x.vmdk", "4193793s", "lsilogic", "preallocated"));
-    EXPECT_EQ(asked.exitCode, 1);
-    EXPECT_NE(asked.err.find("Disk larger than 1.99Gb: Warning - you need to have double this size"), std::string::npos);
-    EXPECT_NE(asked.err.find("Answered No"), std::string::npos);
+    struct Refusal {
+        const char* size;
+        const char* adapter;
+        const char* type;
+        const char* printed;  // the start of what goes to standard error
+    };
+    const Refusal refusals[] = {
+        {"99M", "ide", "growable-split", "Invalid Disk Size: Disk Size too small!  Minimum Size is 100 Mb\n"},
+        {"268435457s", "ide", "growable-split", "Invalid Disk Size: Disk Size too large!  Maximum Size is 128/256/950 Gb\n"},
+        {"257G", "buslogic", "preallocated-split", "Invalid Disk Size: Disk Size too large!  Maximum Size is 128/256/950 Gb\n"},
+        {"tenM", "ide", "growable-split", "Invalid Disk Size: Disk Size must be Numeric! (\"ten\")\n"},
+        {"4193793s", "lsilogic", "preallocated",
+         "Disk larger than 1.99Gb: Warning - you need to have double this size available on your hard drive for temporary "
+         "files.  Also, the append operation will be slow.  Do you want to continue?\nAnswered No"},
+    };
+    for (const Refusal& r : refusals) {
+        auto run = runCli(create(dir / "x.vmdk", r.size, r.adapter, r.type));
+        EXPECT_EQ(run.exitCode, 1) << r.size;
+        EXPECT_EQ(run.err.rfind(r.printed, 0), 0u) << run.err;
+        EXPECT_TRUE(run.out.empty());
+    }
     EXPECT_TRUE(namesIn(dir.path()).empty());
 
-    ASSERT_EQ(runCli({"disk", "create", (dir / "x.vmdk").string(), "--size", "4193793s", "--adapter", "lsilogic", "--type",
-                      "preallocated", "--yes"})
-                  .exitCode,
-              0);
+    auto args = create(dir / "x.vmdk", "4193793s", "lsilogic", "preallocated");
+    args.push_back("--yes");
+    ASSERT_EQ(runCli(args).exitCode, 0);
     EXPECT_EQ(fs::file_size(dir / "x-flat.vmdk"), 4193793u * 512);
 
     auto again = runCli(create(dir / "x.vmdk", "100M", "ide", "growable-split"));
@@ -77,21 +83,23 @@ TEST(CliDisk, RefusalsAndQuestionsCreateNothing) {
 
 TEST(CliDisk, UsageErrorsSayWhatIsAllowed) {
     ScratchDir dir;
-    auto adapter = runCli(create(dir / "x.vmdk", "100M", "scsi", "growable"));
-    EXPECT_EQ(adapter.exitCode, 2);
-    EXPECT_NE(adapter.err.find("ide, buslogic or lsilogic"), std::string::npos);
-    auto type = runCli(create(dir / "x.vmdk", "100M", "ide", "sparse"));
-    EXPECT_EQ(type.exitCode, 2);
-    EXPECT_NE(type.err.find("growable, growable-split, preallocated or preallocated-split"), std::string::npos);
-    auto unit = runCli(create(dir / "x.vmdk", "100", "ide", "growable"));
-    EXPECT_EQ(unit.exitCode, 2);
-    EXPECT_NE(unit.err.find("204800s, 100M, 20G"), std::string::npos);
-    EXPECT_EQ(runCli(create(dir / "x.img", "100M", "ide", "growable")).exitCode, 2);
-    EXPECT_EQ(runCli({"disk", "create", (dir / "x.vmdk").string(), "--size", "100M"}).exitCode, 2);
-    EXPECT_EQ(runCli({"disk", "create", (dir / "x.vmdk").string(), "--size"}).exitCode, 2);
-    EXPECT_EQ(runCli({"disk", "resize", (dir / "x.vmdk").string()}).exitCode, 2);
-    EXPECT_EQ(runCli({"disk"}).exitCode, 2);
-    EXPECT_EQ(runCli({"disk", "info"}).exitCode, 2);
+    const std::pair<std::vector<std::string>, const char*> cases[] = {
+        {create(dir / "x.vmdk", "100M", "scsi", "growable"), "ide, buslogic or lsilogic"},
+        {create(dir / "x.vmdk", "100M", "ide", "sparse"), "growable, growable-split, preallocated or preallocated-split"},
+        {create(dir / "x.vmdk", "100", "ide", "growable"), "204800s, 100M, 20G"},
+        {create(dir / "x.img", "100M", "ide", "growable"), "must be NAME.vmdk"},
+        {{"disk", "create", (dir / "x.vmdk").string(), "--size", "100M"}, "needs --size, --adapter and --type"},
+        {{"disk", "create", (dir / "x.vmdk").string(), "--size"}, "each need a value"},
+        {{"disk", "resize", (dir / "x.vmdk").string()}, "use 'create' or 'info'"},
+        {{"disk"}, "'create' or 'info'"},
+        {{"disk", "info"}, "one FILE.vmdk"},
+        {{"disk", "info", "a.vmdk", "--verbose"}, "unknown option --verbose"},
+    };
+    for (const auto& [args, said] : cases) {
+        auto run = runCli(args);
+        EXPECT_EQ(run.exitCode, 2) << said;
+        EXPECT_NE(run.err.find(said), std::string::npos) << run.err;
+    }
     EXPECT_TRUE(namesIn(dir.path()).empty());
 }
 

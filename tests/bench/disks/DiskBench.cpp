@@ -100,9 +100,16 @@ bool report(const char* title, const fs::path& dir, const std::vector<Contender>
     return true;
 }
 
-bool createdInProcess(const NewDiskRequest& r) {
-    DiskCreationResult result = createDisk(r);
-    return result.created;
+// Our two contenders for a disk: the library call, and the command line when it is built.
+std::vector<Contender> ours(const NewDiskRequest& r, const std::string& sizeText) {
+    std::vector<Contender> list{{"ours, in-process", [r] { return createDisk(r).created; }}};
+    const std::string cli = ARDEN_CLI_PATH;
+    if (fs::exists(cli)) {
+        std::vector<std::string> args{"disk", "create", r.descriptorPath.string(), "--size", sizeText, "--adapter",
+                                      std::string(adapterText(r.adapter)), "--type", std::string(diskKindInfo(r.kind).name)};
+        list.push_back({"ours, arden-forge-cli", [cli, args] { return runTool(cli, args); }});
+    }
+    return list;
 }
 
 }  // namespace
@@ -110,42 +117,31 @@ bool createdInProcess(const NewDiskRequest& r) {
 int main(int argc, char** argv) {
     fs::path dir = argc > 1 ? fs::path(argv[1]) : fs::current_path() / "bench-disks-work";
     fs::create_directories(dir);
-    const std::string cli = ARDEN_CLI_PATH;
-    const bool haveCli = fs::exists(cli);
     std::printf("Disk creation benchmark in %s\n", dir.c_str());
 
-    std::vector<Contender> growable{
-        {"ours, in-process", [&] { return createdInProcess({dir / "g.vmdk", DiskAdapter::LsiLogic, kGrowableSectors, DiskKind::GrowableSplit, 3}); }}};
-    if (haveCli) {
-        growable.push_back({"ours, arden-forge-cli", [&] {
-                                return runTool(cli, {"disk", "create", (dir / "g.vmdk").string(), "--size", "256G", "--adapter",
-                                                     "lsilogic", "--type", "growable-split"});
+    if (!arden::findProgram("qemu-img")) {
+        std::printf("qemu-img not found: the growable comparison is left out\n");
+    } else {
+        std::vector<Contender> growable = ours({dir / "g.vmdk", DiskAdapter::LsiLogic, kGrowableSectors, DiskKind::GrowableSplit, 3}, "256G");
+        growable.push_back({"qemu-img twoGbMaxExtentSparse", [&] {
+                                return runTool("qemu-img", {"create", "-q", "-f", "vmdk", "-o", "subformat=twoGbMaxExtentSparse",
+                                                            (dir / "q.vmdk").string(), "256G"});
                             }});
+        if (!report("256 GiB split growable disk", dir, growable, 0.5)) return 1;
     }
-    growable.push_back({"qemu-img twoGbMaxExtentSparse", [&] {
-                            return runTool("qemu-img", {"create", "-q", "-f", "vmdk", "-o", "subformat=twoGbMaxExtentSparse",
-                                                        (dir / "q.vmdk").string(), "256G"});
-                        }});
-    if (!arden::findProgram("qemu-img")) std::printf("qemu-img not found: the growable comparison is left out\n");
-    else if (!report("256 GiB split growable disk", dir, growable, 0.5)) return 1;
 
     struct statvfs fsInfo {};
     const double needed = 9.5 * (1u << 30);
     if (::statvfs(dir.c_str(), &fsInfo) != 0 || static_cast<double>(fsInfo.f_bavail) * fsInfo.f_frsize < needed) {
         std::printf("\nless than 9.5 GiB free in %s: the preallocated comparison is left out\n", dir.c_str());
-        return 0;
+    } else if (!arden::findProgram("fallocate")) {
+        std::printf("fallocate not found: the preallocated comparison is left out\n");
+    } else {
+        std::vector<Contender> preallocated =
+            ours({dir / "p.vmdk", DiskAdapter::LsiLogic, kPreallocatedSectors, DiskKind::PreallocatedSplit, 3}, "8G");
+        preallocated.push_back({"fallocate -l 8G", [&] { return runTool("fallocate", {"-l", "8G", (dir / "f.img").string()}); }});
+        if (!report("8 GiB split preallocated disk", dir, preallocated, 1.2)) return 1;
     }
-    std::vector<Contender> preallocated{
-        {"ours, in-process", [&] { return createdInProcess({dir / "p.vmdk", DiskAdapter::LsiLogic, kPreallocatedSectors, DiskKind::PreallocatedSplit, 3}); }}};
-    if (haveCli) {
-        preallocated.push_back({"ours, arden-forge-cli", [&] {
-                                    return runTool(cli, {"disk", "create", (dir / "p.vmdk").string(), "--size", "8G", "--adapter",
-                                                         "lsilogic", "--type", "preallocated-split"});
-                                }});
-    }
-    preallocated.push_back({"fallocate -l 8G", [&] { return runTool("fallocate", {"-l", "8G", (dir / "f.img").string()}); }});
-    if (!arden::findProgram("fallocate")) std::printf("fallocate not found: the preallocated comparison is left out\n");
-    else if (!report("8 GiB split preallocated disk", dir, preallocated, 1.2)) return 1;
     fs::remove_all(dir);
     return 0;
 }
