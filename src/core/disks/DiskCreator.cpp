@@ -23,9 +23,9 @@ public:
 
     void made(const fs::path& file) { result_.files.push_back(file); }
 
-    // Reports progress; false when the user cancelled.
     bool cancelled() const { return result_.cancelled; }
 
+    // Reports progress; false when the user cancelled.
     bool report(std::int64_t done, std::int64_t total) {
         if (!progress_ || progress_(done, total)) return true;
         result_.cancelled = true;
@@ -33,10 +33,8 @@ public:
     }
 
     DiskCreationResult fail(Message message) {
-        removeFiles(result_.files);
-        result_.files.clear();
         result_.failure = std::move(message);
-        return std::move(result_);
+        return cancel();
     }
 
     // A failure of the system or of a tool: the reason names the file or the program.
@@ -44,6 +42,7 @@ public:
         return fail(Message{MessageKind::Critical, {TextPart::fromId(text::kCreateNewHardDisk)}, {TextPart::fixed(reason)}});
     }
 
+    // Takes back every file made so far.
     DiskCreationResult cancel() {
         removeFiles(result_.files);
         result_.files.clear();
@@ -88,7 +87,6 @@ DiskCreationResult createWithQemuImg(const NewDiskRequest& request, const Proces
     }
     ProcessResult run = runProcess(*tool, qemuImgArguments(request), idle);
     if (!run.started) return creation.fail(run.startError);
-    std::error_code ec;
     if (run.exitCode != 0) {
         removeFiles({request.descriptorPath});
         std::string reason = tool->string() + " ended with exit code " + std::to_string(run.exitCode);
@@ -96,6 +94,7 @@ DiskCreationResult createWithQemuImg(const NewDiskRequest& request, const Proces
         if (!said.empty()) reason += ": " + std::string(said);
         return creation.fail(reason);
     }
+    std::error_code ec;
     if (!fs::exists(request.descriptorPath, ec)) {
         return creation.fail(tool->string() + " ended without writing " + request.descriptorPath.string());
     }

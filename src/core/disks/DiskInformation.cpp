@@ -48,7 +48,7 @@ bool sumExtents(std::string_view text, std::int64_t& total, std::string& reason)
     total = 0;
     for (std::size_t at = text.find(kAccess); at != std::string_view::npos; at = text.find(kAccess, at)) {
         at += kAccess.size();
-        std::size_t end = text.find(' ', at);
+        std::size_t end = text.find_first_of(" \t\r\n", at);
         std::string_view size = text.substr(at, end == std::string_view::npos ? std::string_view::npos : end - at);
         std::int64_t sectors = 0;
         auto [ptr, ec] = std::from_chars(size.data(), size.data() + size.size(), sectors);

@@ -31,15 +31,6 @@ TEST(DiskGeometry, CylindersRoundToNearestWithHalvesToEvenAndIdeCap) {
     EXPECT_EQ(geometryFor(16383 * 1008, DiskAdapter::Ide).cylinders, 16383);
 }
 
-TEST(DiskGeometry, RoundHalfEven) {
-    EXPECT_EQ(roundHalfEven(0.5), 0);
-    EXPECT_EQ(roundHalfEven(1.5), 2);
-    EXPECT_EQ(roundHalfEven(2.5), 2);
-    EXPECT_EQ(roundHalfEven(2.4999), 2);
-    EXPECT_EQ(roundHalfEven(2.5001), 3);
-    EXPECT_EQ(roundHalfEven(7.0), 7);
-}
-
 TEST(ExtentSplit, FlatAndSparsePiecesHaveTheirOwnSizes) {
     auto flat = extentPieces(DiskKind::PreallocatedSplit, "d", 4193792);
     ASSERT_EQ(flat.size(), 1u);
