@@ -1,13 +1,13 @@
 #include "gui/config/GeneralPage.h"
 
 #include <QFormLayout>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QVBoxLayout>
 
 #include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
@@ -99,18 +99,19 @@ GeneralPage::GeneralPage(VmConfiguration& config, QWidget* parent) : OptionPage(
         store([&](VmConfiguration& c) { c.identity.notes = notesForModel(txtNotes_->toPlainText()); });
     });
 
-    for (QComboBox* list : {cboTargetPlatform_, cboPlatformVersion_, cboGuestFamilies_, cboGuestVersions_})
-        list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
+    // The lists may be narrower than their longest entry; their pop-ups show every entry in full.
+    for (QComboBox* list : {cboTargetPlatform_, cboPlatformVersion_, cboGuestFamilies_, cboGuestVersions_}) {
+        list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        list->setMinimumContentsLength(10);
+    }
 
-    auto* layout = new QGridLayout(this);
-    layout->addWidget(fraIdentity, 0, 0, 1, 2);
-    layout->addWidget(fraGeneral, 1, 0);
-    layout->addWidget(fraGuest, 1, 1);
-    layout->addWidget(lblNotes, 2, 0, 1, 2);
-    layout->addWidget(txtNotes_, 3, 0, 1, 2);
-    layout->setRowStretch(3, 1);
-    layout->setColumnStretch(0, 1);
-    layout->setColumnStretch(1, 1);
+    // One column: the page stays usable however narrow the editor tab is.
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(fraIdentity);
+    layout->addWidget(fraGeneral);
+    layout->addWidget(fraGuest);
+    layout->addWidget(lblNotes);
+    layout->addWidget(txtNotes_, 1);
 }
 
 void GeneralPage::fillPage() {

@@ -77,8 +77,9 @@ HardwareListPanel::HardwareListPanel(VmConfiguration& config, QWidget* parent) :
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(listSide);
     splitter->addWidget(sstHardware_);
-    splitter->setStretchFactor(0, 3);
-    splitter->setStretchFactor(1, 2);
+    splitter->setStretchFactor(0, 1);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({1000, 1000});  // equal halves to start with
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);

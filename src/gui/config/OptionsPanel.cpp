@@ -62,8 +62,9 @@ OptionsPanel::OptionsPanel(VmConfiguration& config, QWidget* parent) : QWidget(p
     splitter->setChildrenCollapsible(false);
     splitter->addWidget(lvwOptionsList_);
     splitter->addWidget(sstOptions_);
-    splitter->setStretchFactor(0, 2);
+    splitter->setStretchFactor(0, 1);
     splitter->setStretchFactor(1, 3);
+    splitter->setSizes({3000, 7000});  // the pages get the room; summaries are elided and shown in full as tips
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);
