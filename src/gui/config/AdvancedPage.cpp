@@ -17,26 +17,19 @@ AdvancedPage::AdvancedPage(VmConfiguration& config, QWidget* parent) : OptionPag
     using A = AdvancedOptions;
     constexpr auto advanced = &VmConfiguration::advanced;
 
-    auto* fraPriorities = named<QGroupBox>("fraPriorities", this);
-    captions_.add(fraPriorities, 263);
+    auto* fraPriorities = captionedFrame("fraPriorities", 263);
     auto* priorities = new QFormLayout(fraPriorities);
-    auto addRow = [&](const char* labelName, int labelId, QComboBox* list) {
-        auto* label = named<QLabel>(labelName, fraPriorities);
-        label->setBuddy(list);
-        captions_.add(label, labelId, ":");
-        priorities->addRow(label, list);
-    };
+    addCaptionedRow(priorities, captions_, "lblInputGrabPri", 264,
+                    choiceList(fraPriorities, "cboInputGrabPri", {265, 266}, advanced, &A::grabbedPriority));
     // "low" is the first entry of the ungrabbed list; the file calls it "idle".
-    addRow("lblInputGrabPri", 264, choiceList(fraPriorities, "cboInputGrabPri", {265, 266}, advanced, &A::grabbedPriority));
-    addRow("lblInputUngrabPri", 267,
-           choiceList(fraPriorities, "cboInputUngrabPri", {268, 265}, advanced, &A::ungrabbedPriority));
+    addCaptionedRow(priorities, captions_, "lblInputUngrabPri", 267,
+                    choiceList(fraPriorities, "cboInputUngrabPri", {268, 265}, advanced, &A::ungrabbedPriority));
     auto* lblPriorityNote = named<QLabel>("lblPriorityNote", fraPriorities);
     lblPriorityNote->setWordWrap(true);
     captions_.add(lblPriorityNote, 269);
     priorities->addRow(lblPriorityNote);
 
-    auto* fraAdvanced = named<QGroupBox>("fraAdvanced", this);
-    captions_.add(fraAdvanced, 262);
+    auto* fraAdvanced = captionedFrame("fraAdvanced", 262);
     auto* grid = new QGridLayout(fraAdvanced);
     int row = 0;
     for (QCheckBox* box : {flagBox(fraAdvanced, "chkDebug", 271, advanced, &A::debug),

@@ -2,7 +2,9 @@
 
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QFormLayout>
 #include <QGroupBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QTabWidget>
 #include <QTreeWidget>
@@ -43,6 +45,26 @@ void Captions::addTab(QTabWidget* tabs, int index, int id) {
 
 void Captions::apply(int languageOffset) const {
     for (const auto& set : setters_) set(languageOffset);
+}
+
+QTreeWidget* makeListView(const char* name, QWidget* parent, Captions& captions, int firstHeaderId, int secondHeaderId) {
+    auto* list = named<QTreeWidget>(name, parent);
+    list->setColumnCount(2);
+    list->setRootIsDecorated(false);
+    list->setSelectionMode(QAbstractItemView::SingleSelection);
+    list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
+    list->header()->setStretchLastSection(true);
+    captions.addHeader(list, 0, firstHeaderId);
+    captions.addHeader(list, 1, secondHeaderId);
+    return list;
+}
+
+void addCaptionedRow(QFormLayout* form, Captions& captions, const char* labelName, int labelId, QWidget* field,
+                     QWidget* buddy) {
+    auto* label = named<QLabel>(labelName, field->parentWidget());
+    label->setBuddy(buddy ? buddy : field);
+    captions.add(label, labelId, ":");
+    form->addRow(label, field);
 }
 
 }  // namespace arden::gui

@@ -8,10 +8,12 @@
 
 class QAbstractButton;
 class QComboBox;
+class QFormLayout;
 class QGroupBox;
 class QLabel;
 class QTabWidget;
 class QTreeWidget;
+class QWidget;
 
 namespace arden::gui {
 
@@ -41,5 +43,14 @@ private:
     void bind(int id, const char* ending, std::function<void(const QString&)> set);
     std::vector<std::function<void(int)>> setters_;
 };
+
+// A two-column list of single entries, its headers captioned by `firstHeaderId` and
+// `secondHeaderId`; the first column fits its contents, the second takes the rest.
+QTreeWidget* makeListView(const char* name, QWidget* parent, Captions& captions, int firstHeaderId, int secondHeaderId);
+
+// A form row: a label named `labelName`, captioned "<text of labelId>:", for `field`
+// (`buddy` takes the label's shortcut focus; the field itself when null).
+void addCaptionedRow(QFormLayout* form, Captions& captions, const char* labelName, int labelId, QWidget* field,
+                     QWidget* buddy = nullptr);
 
 }  // namespace arden::gui

@@ -33,17 +33,7 @@ GeneralPage::GeneralPage(VmConfiguration& config, QWidget* parent) : OptionPage(
     using I = IdentitySettings;
     constexpr auto identity = &VmConfiguration::identity;
 
-    // Rows of label and control; a row's label is captioned "<text>:".
-    auto addRow = [this](QFormLayout* form, QWidget* frame, const char* labelName, int labelId, QWidget* field,
-                         QWidget* buddy) {
-        auto* label = named<QLabel>(labelName, frame);
-        label->setBuddy(buddy);
-        captions_.add(label, labelId, ":");
-        form->addRow(label, field);
-    };
-
-    auto* fraIdentity = named<QGroupBox>("fraIdentity", this);
-    captions_.add(fraIdentity, 226);
+    auto* fraIdentity = captionedFrame("fraIdentity", 226);
     auto* identityForm = new QFormLayout(fraIdentity);
     auto* txtDisplayName = named<QLineEdit>("txtDisplayName", fraIdentity);
     auto* txtVmxFileName = named<QLineEdit>("txtVmxFileName", fraIdentity);
@@ -56,10 +46,10 @@ GeneralPage::GeneralPage(VmConfiguration& config, QWidget* parent) : OptionPage(
     folderLayout->addWidget(txtVmxFolder_, 1);
     folderLayout->addWidget(cmdBrowseVmxFolder);
     auto* txtWorkingDir = named<QLineEdit>("txtWorkingDir", fraIdentity);
-    addRow(identityForm, fraIdentity, "lblDisplayName", 207, txtDisplayName, txtDisplayName);
-    addRow(identityForm, fraIdentity, "lblVmxFileName", 208, txtVmxFileName, txtVmxFileName);
-    addRow(identityForm, fraIdentity, "lblVmxFolder", 209, folderRow, txtVmxFolder_);
-    addRow(identityForm, fraIdentity, "lblWorkingDir", 210, txtWorkingDir, txtWorkingDir);
+    addCaptionedRow(identityForm, captions_, "lblDisplayName", 207, txtDisplayName);
+    addCaptionedRow(identityForm, captions_, "lblVmxFileName", 208, txtVmxFileName);
+    addCaptionedRow(identityForm, captions_, "lblVmxFolder", 209, folderRow, txtVmxFolder_);
+    addCaptionedRow(identityForm, captions_, "lblWorkingDir", 210, txtWorkingDir);
     bindText(txtDisplayName, identity, &I::displayName);
     bindText(txtVmxFileName, identity, &I::vmxFileName);
     bindText(txtVmxFolder_, identity, &I::vmxFolder);
@@ -69,22 +59,20 @@ GeneralPage::GeneralPage(VmConfiguration& config, QWidget* parent) : OptionPage(
     });
     connect(cmdBrowseVmxFolder, &QPushButton::clicked, this, &GeneralPage::browseVmxFolder);
 
-    auto* fraGeneral = named<QGroupBox>("fraGeneral", this);
-    captions_.add(fraGeneral, 52);
+    auto* fraGeneral = captionedFrame("fraGeneral", 52);
     auto* productForm = new QFormLayout(fraGeneral);
     cboTargetPlatform_ = named<QComboBox>("cboTargetPlatform", fraGeneral);
     for (int p = 0; p < kPlatformCount; ++p) captions_.addItem(cboTargetPlatform_, p, platformNameId(p));
     cboPlatformVersion_ = named<QComboBox>("cboPlatformVersion", fraGeneral);
-    addRow(productForm, fraGeneral, "lblTargetPlatform", 212, cboTargetPlatform_, cboTargetPlatform_);
-    addRow(productForm, fraGeneral, "lblPlatformVersion", 217, cboPlatformVersion_, cboPlatformVersion_);
+    addCaptionedRow(productForm, captions_, "lblTargetPlatform", 212, cboTargetPlatform_);
+    addCaptionedRow(productForm, captions_, "lblPlatformVersion", 217, cboPlatformVersion_);
 
-    auto* fraGuest = named<QGroupBox>("fraGuest", this);
-    captions_.add(fraGuest, 218);
+    auto* fraGuest = captionedFrame("fraGuest", 218);
     auto* guestForm = new QFormLayout(fraGuest);
     cboGuestFamilies_ = named<QComboBox>("cboGuestFamilies", fraGuest);
     cboGuestVersions_ = named<QComboBox>("cboGuestVersions", fraGuest);
-    addRow(guestForm, fraGuest, "lblGuestFamilies", 219, cboGuestFamilies_, cboGuestFamilies_);
-    addRow(guestForm, fraGuest, "lblGuestVersions", 225, cboGuestVersions_, cboGuestVersions_);
+    addCaptionedRow(guestForm, captions_, "lblGuestFamilies", 219, cboGuestFamilies_);
+    addCaptionedRow(guestForm, captions_, "lblGuestVersions", 225, cboGuestVersions_);
 
     connect(cboTargetPlatform_, &QComboBox::currentIndexChanged, this, &GeneralPage::platformChosen);
     connect(cboPlatformVersion_, &QComboBox::currentIndexChanged, this, &GeneralPage::versionChosen);

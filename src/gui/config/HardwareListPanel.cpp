@@ -3,7 +3,6 @@
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QSplitter>
@@ -26,13 +25,7 @@ bool removable(DeviceType type) { return type != DeviceType::Cpu && type != Devi
 }  // namespace
 
 HardwareListPanel::HardwareListPanel(VmConfiguration& config, QWidget* parent) : QWidget(parent), config_(config) {
-    lvwHardwareList_ = named<QTreeWidget>("lvwHardwareList", this);
-    lvwHardwareList_->setColumnCount(2);
-    lvwHardwareList_->setRootIsDecorated(false);
-    lvwHardwareList_->setSelectionMode(QAbstractItemView::SingleSelection);
-    lvwHardwareList_->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    captions_.addHeader(lvwHardwareList_, 0, 201);
-    captions_.addHeader(lvwHardwareList_, 1, 203);
+    lvwHardwareList_ = makeListView("lvwHardwareList", this, captions_, 201, 203);
     cmdHardwareRemove_ = named<QPushButton>("cmdHardwareRemove", this);
     captions_.add(cmdHardwareRemove_, 206);
     cmdHardwareRemove_->setEnabled(false);

@@ -10,10 +10,8 @@ IsolationPage::IsolationPage(VmConfiguration& config, QWidget* parent) : OptionP
     using I = IsolationOptions;
     constexpr auto isolation = &VmConfiguration::isolation;
 
-    auto* fraIsolation = named<QGroupBox>("fraIsolation", this);
-    captions_.add(fraIsolation, 257);
-    auto* fraInteraction = named<QGroupBox>("fraInteraction", fraIsolation);
-    captions_.add(fraInteraction, 258);
+    auto* fraIsolation = captionedFrame("fraIsolation", 257);
+    auto* fraInteraction = captionedFrame("fraInteraction", 258, fraIsolation);
     // Each box is checked when the model says the interaction is not allowed.
     auto* boxes = new QVBoxLayout(fraInteraction);
     boxes->addWidget(flagBox(fraInteraction, "chkInteractDND", 259, isolation, &I::dragAndDropAllowed, true));

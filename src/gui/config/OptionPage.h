@@ -7,6 +7,7 @@
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QGroupBox>
 #include <QLineEdit>
 #include <QWidget>
 #include <functional>
@@ -86,6 +87,13 @@ protected:
         connect(box, &QLineEdit::textChanged, this, [=, this](const QString& text) {
             store([&](VmConfiguration& c) { c.*group.*field = text.toStdString(); });
         });
+    }
+
+    // A frame captioned by `captionId`, inside `parent` (the page when null).
+    QGroupBox* captionedFrame(const char* name, int captionId, QWidget* parent = nullptr) {
+        auto* frame = named<QGroupBox>(name, parent ? parent : this);
+        captions_.add(frame, captionId);
+        return frame;
     }
 
     // A captioned check box bound to a flag (see bindFlag).

@@ -1,7 +1,6 @@
 #include "gui/config/OptionsPanel.h"
 
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QScrollArea>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -24,13 +23,7 @@ constexpr const char* kGroupCaptions[OptionsPanel::kGroupCount] = {
 }  // namespace
 
 OptionsPanel::OptionsPanel(VmConfiguration& config, QWidget* parent) : QWidget(parent), config_(config) {
-    lvwOptionsList_ = named<QTreeWidget>("lvwOptionsList", this);
-    lvwOptionsList_->setColumnCount(2);
-    lvwOptionsList_->setRootIsDecorated(false);
-    lvwOptionsList_->setSelectionMode(QAbstractItemView::SingleSelection);
-    lvwOptionsList_->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
-    captions_.addHeader(lvwOptionsList_, 0, 228);
-    captions_.addHeader(lvwOptionsList_, 1, 203);
+    lvwOptionsList_ = makeListView("lvwOptionsList", this, captions_, 228, 203);
 
     auto* general = new GeneralPage(config, nullptr);
     connect(general, &GeneralPage::displayNameChanged, this, &OptionsPanel::displayNameChanged);

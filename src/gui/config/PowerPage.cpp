@@ -2,7 +2,6 @@
 
 #include <QFormLayout>
 #include <QGroupBox>
-#include <QLabel>
 #include <QVBoxLayout>
 
 namespace arden::gui {
@@ -12,33 +11,25 @@ PowerPage::PowerPage(VmConfiguration& config, QWidget* parent) : OptionPage(conf
     using P = PowerOptions;
     constexpr auto power = &VmConfiguration::power;
 
-    auto* fraPowerOptions = named<QGroupBox>("fraPowerOptions", this);
+    auto* fraPowerOptions = captionedFrame("fraPowerOptions", 229);
     auto* options = new QVBoxLayout(fraPowerOptions);
     options->addWidget(flagBox(fraPowerOptions, "chkPowerOnAfterOpen", 230, power, &P::powerOnAfterOpen));
     options->addWidget(flagBox(fraPowerOptions, "chkFullScreenAfterPowerOn", 231, power, &P::fullScreenAfterPowerOn));
     options->addWidget(flagBox(fraPowerOptions, "chkCloseAfterPowerOff", 232, power, &P::closeAfterPowerOff));
 
-    auto* fraPowerControls = named<QGroupBox>("fraPowerControls", this);
+    auto* fraPowerControls = captionedFrame("fraPowerControls", 233);
     auto* controls = new QFormLayout(fraPowerControls);
-    auto addRow = [&](const char* labelName, int labelId, QComboBox* list) {
-        auto* label = named<QLabel>(labelName, fraPowerControls);
-        label->setBuddy(list);
-        captions_.add(label, labelId, ":");
-        controls->addRow(label, list);
-    };
-    addRow("lblPowerOff", 236, choiceList(fraPowerControls, "cboPowerOff", {234, 235}, power, &P::powerOff));
-    addRow("lblReset", 237, choiceList(fraPowerControls, "cboReset", {238, 239}, power, &P::reset));
+    addCaptionedRow(controls, captions_, "lblPowerOff", 236,
+                    choiceList(fraPowerControls, "cboPowerOff", {234, 235}, power, &P::powerOff));
+    addCaptionedRow(controls, captions_, "lblReset", 237,
+                    choiceList(fraPowerControls, "cboReset", {238, 239}, power, &P::reset));
 
-    auto* fraRunTools = named<QGroupBox>("fraRunTools", this);
+    auto* fraRunTools = captionedFrame("fraRunTools", 240);
     auto* tools = new QVBoxLayout(fraRunTools);
     tools->addWidget(flagBox(fraRunTools, "chkRunToolsAfterPowerOn", 241, power, &P::runToolsAfterPowerOn));
     tools->addWidget(flagBox(fraRunTools, "chkRunToolsAfterResume", 242, power, &P::runToolsAfterResume));
     tools->addWidget(flagBox(fraRunTools, "chkRunToolsBeforeSuspend", 243, power, &P::runToolsBeforeSuspend));
     tools->addWidget(flagBox(fraRunTools, "chkRunToolsBeforePowerOff", 244, power, &P::runToolsBeforePowerOff));
-
-    captions_.add(fraPowerOptions, 229);
-    captions_.add(fraPowerControls, 233);
-    captions_.add(fraRunTools, 240);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(fraPowerOptions);

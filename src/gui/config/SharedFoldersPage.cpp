@@ -2,7 +2,6 @@
 
 #include <QGroupBox>
 #include <QHBoxLayout>
-#include <QHeaderView>
 #include <QPushButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -11,23 +10,15 @@ namespace arden::gui {
 
 SharedFoldersPage::SharedFoldersPage(VmConfiguration& config, QWidget* parent) : OptionPage(config, parent) {
     setObjectName("fraSharedFoldersPage");
-    auto* fraSharedFolders = named<QGroupBox>("fraSharedFolders", this);
-    captions_.add(fraSharedFolders, 245);
+    auto* fraSharedFolders = captionedFrame("fraSharedFolders", 245);
     // Captioned "Disable Shared Folders": checked when the model says sharing is not allowed.
     auto* chkSharedDisable = flagBox(fraSharedFolders, "chkSharedDisable", 247, &VmConfiguration::sharedFolders,
                                      &SharedFolderOptions::allowed, true);
     auto* top = new QVBoxLayout(fraSharedFolders);
     top->addWidget(chkSharedDisable);
 
-    auto* fraFolders = named<QGroupBox>("fraFolders", this);
-    captions_.add(fraFolders, 248);
-    lvwSharedFolders_ = named<QTreeWidget>("lvwSharedFolders", fraFolders);
-    lvwSharedFolders_->setColumnCount(2);
-    lvwSharedFolders_->setRootIsDecorated(false);
-    lvwSharedFolders_->setSelectionMode(QAbstractItemView::SingleSelection);
-    lvwSharedFolders_->header()->setStretchLastSection(true);
-    captions_.addHeader(lvwSharedFolders_, 0, 117);
-    captions_.addHeader(lvwSharedFolders_, 1, 118);
+    auto* fraFolders = captionedFrame("fraFolders", 248);
+    lvwSharedFolders_ = makeListView("lvwSharedFolders", fraFolders, captions_, 117, 118);
     cmdSharedRemove_ = named<QPushButton>("cmdSharedRemove", fraFolders);
     captions_.add(cmdSharedRemove_, 206);
     cmdSharedRemove_->setEnabled(false);

@@ -12,8 +12,7 @@ SnapshotsPage::SnapshotsPage(VmConfiguration& config, QWidget* parent) : OptionP
     using S = SnapshotOptions;
     constexpr auto snapshots = &VmConfiguration::snapshots;
 
-    auto* fraSnapshots = named<QGroupBox>("fraSnapshots", this);
-    captions_.add(fraSnapshots, 249);
+    auto* fraSnapshots = captionedFrame("fraSnapshots", 249);
     // Captioned "Disable Snapshots": checked when the model says snapshots are not allowed.
     auto* chkSnapshotsEnabled = flagBox(fraSnapshots, "chkSnapshotsEnabled", 250, snapshots, &S::allowed, true);
     auto* lblSnapshotNote = named<QLabel>("lblSnapshotNote", fraSnapshots);
@@ -24,8 +23,7 @@ SnapshotsPage::SnapshotsPage(VmConfiguration& config, QWidget* parent) : OptionP
     top->addWidget(lblSnapshotNote);
 
     // The four actions store 0 "keep", 1 "autoRevert", 2 "autoCommit", 3 "prompt".
-    auto* fraPowerOffAction = named<QGroupBox>("fraPowerOffAction", this);
-    captions_.add(fraPowerOffAction, 252);
+    auto* fraPowerOffAction = captionedFrame("fraPowerOffAction", 252);
     auto* actions = new QButtonGroup(this);
     auto* actionLayout = new QVBoxLayout(fraPowerOffAction);
     const struct { const char* name; int id; } kActions[] = {
