@@ -9,7 +9,7 @@ DEB_PACKAGES := build-essential cmake pkg-config libgtest-dev libgmock-dev \
     qt6-base-dev qt6-base-dev-tools libgl-dev \
     qemu-utils libvmdk-utils xvfb xauth fonts-dejavu-core
 
-.PHONY: all deps configure build run test bench clean
+.PHONY: all deps configure build run test bench screenshots clean
 
 all: build
 
@@ -43,6 +43,11 @@ test: build
 
 bench: build
 	cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -L bench -V
+
+# Renders the windows to docs/screenshots at 1x and 2x scale (offscreen).
+screenshots: build
+	QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/tests/gui/screenshots/arden_screenshots docs/screenshots
+	QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=2 $(BUILD_DIR)/tests/gui/screenshots/arden_screenshots docs/screenshots @2x
 
 clean:
 	rm -rf $(BUILD_DIR)

@@ -1,0 +1,100 @@
+#pragma once
+// frmMain: the program's one top-level window. A tab strip whose first tab, Home, shows the
+// favourites and whose further tabs each hold one editor (Builder); the toolbar and menus;
+// start-up with the command line; launching; and shut-down with the unsaved-changes questions.
+#include <QHash>
+#include <QMainWindow>
+#include <QPointer>
+#include <memory>
+
+#include "core/shell/ProgramSettings.h"
+
+class QAction;
+class QLabel;
+class QMenu;
+class QTabWidget;
+class QTimer;
+class QToolBar;
+
+namespace arden::gui {
+
+class Builder;
+class HomeList;
+class frmSummary;
+
+class frmMain : public QMainWindow {
+    Q_OBJECT
+public:
+    // `commandLine`: the program's arguments joined by blanks, as the system hands them over.
+    explicit frmMain(const QString& commandLine = {}, QWidget* parent = nullptr);
+    ~frmMain() override;
+
+    void UpdateUILabels();
+    void UpdateTab(int index, const QString& key, const QString& caption);
+    void UpdateFavoritesList();
+
+    // Creates one editor tab; returns the editor, or nullptr when the file could not be read.
+    Builder* OpenEditorTab(bool editExisting, const QString& existingVmxFileName, const QString& displayName,
+                           int configVersion, const QString& newVmxPath);
+    bool CloseEditorTab();
+
+    // Commands of the toolbar, menus and Home tab.
+    void newConfiguration();
+    void openConfiguration();
+    void saveConfiguration();
+    void launchConfiguration();
+    void showOptions();
+    void showHelp();
+    void showAbout();
+
+    Builder* activeEditor() const;
+    Builder* editorAt(int tabIndex) const;
+    ProgramSettings& settings() { return settings_; }
+    frmSummary* summaryWindow();
+    QString ExistingVmxFileName() const { return existingVmxFileName_; }
+    QTimer* loadDelayTimer() const { return tmrLoadDelay_; }
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    void buildActions();
+    void buildMenus();
+    void buildToolbar();
+    void startUp(const QString& commandLine);
+    void AddVMToFavorites(const Builder& editor);
+    void removeFavorite(const QString& displayName);
+    void launchPath(const QString& path);
+    QString placementFile(bool forWriting) const;
+    int languageOffset() const { return settings_.LanguageOffset; }
+
+    ProgramSettings settings_;
+    QString existingVmxFileName_;
+    QString currentVmxPath_;
+    int tabCounter_ = 0;
+
+    QTabWidget* sstMain_;
+    HomeList* home_;
+    QToolBar* tlbMain_;
+    QLabel* lblVersion_;
+    QTimer* tmrLoadDelay_;
+    QPointer<frmSummary> summary_;
+
+    QMenu* mnuFile_;
+    QMenu* mnuVM_;
+    QMenu* mnuHelp_;
+    QAction* mnuFileNew_;
+    QAction* mnuFileEdit_;
+    QAction* mnuFileQuit_;
+    QAction* mnuVMSave_;
+    QAction* mnuVMClose_;
+    QAction* mnuVMLaunch_;
+    QAction* mnuOptions_;
+    QAction* mnuHelpContents_;
+    QAction* mnuHelpAbout_;
+    QHash<QString, QAction*> toolButtons_;  // by key: New, Open, Save, Close, Run, Favorites
+};
+
+}  // namespace arden::gui

@@ -1,0 +1,26 @@
+#include "gui/shell/frmSummary.h"
+
+#include <QFontDatabase>
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
+
+namespace arden::gui {
+
+frmSummary::frmSummary(QWidget* parent) : QWidget(parent, Qt::Window) {
+    setObjectName("frmSummary");
+    setWindowTitle("Summary");
+    txtOutput_ = new QPlainTextEdit(this);
+    txtOutput_->setObjectName("txtOutput");
+    txtOutput_->setReadOnly(true);
+    txtOutput_->setLineWrapMode(QPlainTextEdit::NoWrap);
+    txtOutput_->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    auto* layout = new QVBoxLayout(this);
+    layout->addWidget(txtOutput_);
+    resize(720, 520);
+}
+
+void frmSummary::AddToOutput(const QString& line) { txtOutput_->appendPlainText(line); }
+
+QString frmSummary::output() const { return txtOutput_->toPlainText(); }
+
+}  // namespace arden::gui

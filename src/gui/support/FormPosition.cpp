@@ -1,0 +1,57 @@
+#include "gui/support/FormPosition.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+#include "core/support/cInifile.h"
+
+namespace arden::gui {
+namespace {
+
+cInifile openSection(const QString& iniPath, const QString& section) {
+    cInifile ini;
+    ini.setPath(iniPath.toStdString());
+    ini.setSection(section.toStdString());
+    return ini;
+}
+
+}  // namespace
+
+bool saveFormPosition(const QWidget& window, const QString& iniPath, const QString& section, QString* error) {
+    WindowPlacement placement;
+    const QRect normal = window.isMaximized() ? window.normalGeometry() : window.geometry();
+    placement.Left = normal.x();
+    placement.Top = normal.y();
+    placement.Width = normal.width();
+    placement.Height = normal.height();
+    placement.Maximised = window.isMaximized();
+    placement.Minimised = window.isMinimized();
+    cInifile ini = openSection(iniPath, section);
+    if (ini.SaveFormPosition(placement)) return true;
+    if (error) *error = QString::fromStdString(ini.LastError());
+    return false;
+}
+
+bool loadFormPosition(QWidget& window, const QString& iniPath, const QString& section) {
+    WindowPlacement placement;
+    placement.Width = -1;
+    cInifile ini = openSection(iniPath, section);
+    ini.LoadFormPosition(placement);
+    if (placement.Width <= 0 || placement.Height <= 0) {
+        if (placement.Maximised) window.setWindowState(window.windowState() | Qt::WindowMaximized);
+        return placement.Maximised;
+    }
+    QRect wanted(placement.Left, placement.Top, placement.Width, placement.Height);
+    // A placement from a screen that is no longer attached is ignored.
+    bool visible = false;
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        if (screen->availableGeometry().intersects(wanted)) visible = true;
+    }
+    if (!visible) return false;
+    window.setGeometry(wanted);
+    if (placement.Maximised) window.setWindowState(window.windowState() | Qt::WindowMaximized);
+    return true;
+}
+
+}  // namespace arden::gui
