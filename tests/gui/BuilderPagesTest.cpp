@@ -52,15 +52,16 @@ TEST(BuilderGeneralPage, VersionsFamiliesAndGuestsFollowTheirLists) {
     g.version->setCurrentIndex(2);  // 4.5x
     EXPECT_TRUE(entries(g.families).contains("Solaris"));
 
-    // A new platform leaves its version list unselected and the families as they were.
-    const QStringList familiesBefore = entries(g.families);
+    // A new platform starts on its latest version and the families follow it.
     g.platform->setCurrentIndex(kPlayer);
     EXPECT_EQ(entries(g.version), QStringList{"1.x"});
-    EXPECT_EQ(g.version->currentIndex(), -1);
-    EXPECT_EQ(entries(g.families), familiesBefore);
-    EXPECT_EQ(b->configuration().product.version, 2);
+    EXPECT_EQ(g.version->currentIndex(), 0);
+    EXPECT_EQ(b->configuration().product.version, 0);
+    EXPECT_TRUE(entries(g.families).contains("Solaris"));
     g.platform->setCurrentIndex(kGsxServer);
     EXPECT_EQ(entries(g.version), QStringList({"2.5x", "3.x"}));
+    EXPECT_EQ(g.version->currentIndex(), 1);
+    EXPECT_TRUE(entries(g.families).contains("Solaris"));
     g.version->setCurrentIndex(0);
     EXPECT_FALSE(entries(g.families).contains("Solaris"));
     EXPECT_EQ(b->configuration().product.platform, kGsxServer);

@@ -150,11 +150,13 @@ void GeneralPage::fillGuestVersions(int family, int select) {
 
 void GeneralPage::platformChosen(int index) {
     if (index < 0) return;
-    // The refilled version list has no selection and the stored version is left as it was:
-    // the families follow once a version is picked.
+    // The refilled version list starts on the platform's latest version, as a new machine for
+    // that platform would, and the families follow it.
     store([&](VmConfiguration& c) {
         c.product.platform = index;
-        fillVersions(false);
+        c.product.version = lastVersion(index);
+        fillVersions(true);
+        fillFamilies();
     });
 }
 
