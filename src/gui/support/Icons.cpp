@@ -1,6 +1,7 @@
 #include "gui/support/Icons.h"
 
 #include <QHash>
+#include <QIconEngine>
 #include <QPainter>
 #include <QPainterPath>
 #include <QPixmap>
@@ -11,19 +12,43 @@ namespace {
 
 using Painter = std::function<void(QPainter&, qreal)>;  // draws into a square of side s
 
-// Renders one drawing at the sizes the lists, tabs and toolbar use (and their 2x forms).
-QIcon render(const Painter& draw) {
-    QIcon icon;
-    for (int side : {16, 24, 32, 48, 64, 96}) {
+// Paints the drawing at whatever size is asked for, when it is asked for: nothing is drawn
+// at start-up for icons that are not on screen yet, and every scale gets a sharp picture.
+class PaintedIconEngine : public QIconEngine {
+public:
+    explicit PaintedIconEngine(Painter draw) : draw_(std::move(draw)) {}
+    void paint(QPainter* painter, const QRect& rect, QIcon::Mode mode, QIcon::State state) override {
+        const qreal dpr = painter->device() ? painter->device()->devicePixelRatioF() : 1.0;
+        painter->drawPixmap(rect, scaledPixmap(rect.size(), mode, state, dpr));
+    }
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        return scaledPixmap(size, mode, state, 1.0);
+    }
+    QPixmap scaledPixmap(const QSize& size, QIcon::Mode mode, QIcon::State, qreal scale) override {
+        const int side = qMax(1, int(qMin(size.width(), size.height()) * scale));
+        const quint64 key = (quint64(side) << 8) | quint64(mode);
+        if (auto it = cache_.constFind(key); it != cache_.constEnd()) return *it;
         QPixmap pm(side, side);
         pm.fill(Qt::transparent);
-        QPainter p(&pm);
-        p.setRenderHint(QPainter::Antialiasing);
-        draw(p, side);
-        icon.addPixmap(pm);
+        {
+            QPainter p(&pm);
+            p.setRenderHint(QPainter::Antialiasing);
+            if (mode == QIcon::Disabled) p.setOpacity(0.4);
+            draw_(p, side);
+        }
+        pm.setDevicePixelRatio(scale);
+        cache_.insert(key, pm);
+        return pm;
     }
-    return icon;
-}
+    QSize actualSize(const QSize& size, QIcon::Mode, QIcon::State) override { return size; }
+    QIconEngine* clone() const override { return new PaintedIconEngine(draw_); }
+
+private:
+    Painter draw_;
+    QHash<quint64, QPixmap> cache_;
+};
+
+QIcon render(const Painter& draw) { return QIcon(new PaintedIconEngine(draw)); }
 
 void drawMonitor(QPainter& p, qreal s, const QColor& screen) {
     p.setPen(QPen(QColor(40, 40, 48), s / 16));
@@ -79,7 +104,7 @@ QIcon machineIcon(const QString& key) {
     const bool old = key.startsWith("Old");
     const QColor screen = old ? QColor(150, 155, 165) : QColor(60, 130, 210);
     const QString state = old ? key.mid(3) : key;
-    QIcon icon = render([&](QPainter& p, qreal s) {
+    QIcon icon = render([=](QPainter& p, qreal s) {
         drawMonitor(p, s, screen);
         if (state.contains("Missing")) drawCross(p, s);
         else if (state.contains("Running")) drawPlay(p, s, QColor(40, 170, 60), QRectF(s * 0.56, s * 0.52, s * 0.38, s * 0.42));
@@ -102,7 +127,7 @@ QIcon deviceIcon(int type) {
     if (type < 0 || type >= int(std::size(kLooks))) return {};
     if (auto it = cache.constFind(type); it != cache.constEnd()) return *it;
     const Look& look = kLooks[type];
-    QIcon icon = render([&](QPainter& p, qreal s) { drawBadge(p, s, look.fill, QString::fromLatin1(look.label)); });
+    QIcon icon = render([=](QPainter& p, qreal s) { drawBadge(p, s, look.fill, QString::fromLatin1(look.label)); });
     cache.insert(type, icon);
     return icon;
 }
@@ -110,7 +135,7 @@ QIcon deviceIcon(int type) {
 QIcon toolbarIcon(const QString& key) {
     static QHash<QString, QIcon> cache;
     if (auto it = cache.constFind(key); it != cache.constEnd()) return *it;
-    QIcon icon = render([&](QPainter& p, qreal s) {
+    QIcon icon = render([=](QPainter& p, qreal s) {
         const qreal w = s / 16;
         if (key == "New") {
             drawMonitor(p, s, QColor(60, 130, 210));
