@@ -20,6 +20,7 @@
 #include "gui/config/Builder.h"
 #include "gui/shell/frmMain.h"
 #include "gui/shell/frmOptions.h"
+#include "gui/shell/frmSummary.h"
 #include "gui/support/Prompts.h"
 
 namespace fs = std::filesystem;
@@ -271,6 +272,19 @@ TEST_F(MainWindow, LanguageSwitchRelabelsAtOnceAndBack) {
     EXPECT_EQ(options->text(), "Options");
     EXPECT_EQ(tabs()->tabText(0), "Home");
     EXPECT_EQ(child<QAction>(window.get(), "mnuFileNew")->text(), "Create New Virtual Machine");
+}
+
+TEST_F(MainWindow, WhatTheLoaderNoticedIsShownInTheSummary) {
+    fs::path file = writeVmx("odd/odd.vmx", std::string(kSmallVmx) + "this line has no equals sign\r\n");
+    open();
+    window->settings().CreateBackups = false;
+    script.file(QString::fromStdString(file.string()));
+    window->openConfiguration();
+    ASSERT_EQ(tabs()->count(), 2);
+    const QString out = window->summaryWindow()->output();
+    EXPECT_TRUE(out.contains(QString::fromStdString(file.string()))) << out.toStdString();
+    EXPECT_TRUE(out.contains("line 6: ")) << out.toStdString();
+    EXPECT_TRUE(window->summaryWindow()->isVisible());
 }
 
 TEST_F(MainWindow, HelpAndShortcuts) {

@@ -52,6 +52,8 @@ bool Builder::start() {
             return false;
         }
         config_ = std::move(loaded.config);
+        for (const LoadNotice& n : loaded.notices)
+            loadNotices_ << QStringLiteral("line %1: %2").arg(n.line).arg(QString::fromStdString(n.text));
         if (CreateBackups) {
             bool copied = false;
             showMessage(this, makeBackup(toPath(ExistingVmxFileName), copied), LanguageOffset);

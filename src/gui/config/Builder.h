@@ -4,6 +4,7 @@
 // owns its configuration model and answers ChangesPending, CreateVmxFile, AddVMToFavorites
 // and UpdateUILabels.
 #include <QString>
+#include <QStringList>
 #include <QWidget>
 #include <memory>
 
@@ -57,6 +58,9 @@ public:
 
     const VmConfiguration& configuration() const { return config_; }
 
+    // What the loader noticed in the opened file ("line 12: ..."), for the summary window.
+    const QStringList& loadNotices() const { return loadNotices_; }
+
 signals:
     void changesPendingChanged(bool pending);
     void displayNameChanged(const QString& name);
@@ -68,6 +72,7 @@ private:
     void fill();
 
     VmConfiguration config_;
+    QStringList loadNotices_;
     bool changesPending_ = false;
     QTabWidget* sstMain_;
     OptionsPanel* options_;

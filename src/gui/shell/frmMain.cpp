@@ -270,6 +270,12 @@ Builder* frmMain::OpenEditorTab(bool editExisting, const QString& existingVmxFil
         s->show();
     });
     sstMain_->setCurrentIndex(index);
+    if (!editor->loadNotices().isEmpty()) {
+        frmSummary* s = summaryWindow();
+        s->AddToOutput(QStringLiteral("---- ") + existingVmxFileName);
+        for (const QString& notice : editor->loadNotices()) s->AddToOutput(notice);
+        s->show();
+    }
     return editor;
 }
 
