@@ -35,6 +35,14 @@ std::vector<ShownPrompt> PromptScript::messages() const {
     return out;
 }
 
+QString PromptScript::takePath(ShownPrompt prompt) {
+    shown_.push_back(std::move(prompt));
+    if (paths_.empty()) return {};
+    QString path = paths_.front();
+    paths_.pop_front();
+    return path;
+}
+
 Answer showMessage(QWidget* parent, MessageKind kind, const QString& title, const QString& text) {
     const bool question = kind == MessageKind::Question;
     if (PromptScript* s = g_script) {
@@ -59,24 +67,12 @@ Answer showMessage(QWidget* parent, const Message& message, int languageOffset) 
 }
 
 QString pickFolder(QWidget* parent, const QString& title, const QString& startFolder) {
-    if (PromptScript* s = g_script) {
-        s->shown_.push_back({ShownPrompt::Folder, MessageKind::Information, title, startFolder});
-        if (s->paths_.empty()) return {};
-        QString p = s->paths_.front();
-        s->paths_.pop_front();
-        return p;
-    }
+    if (g_script) return g_script->takePath({ShownPrompt::Folder, MessageKind::Information, title, startFolder});
     return QFileDialog::getExistingDirectory(parent, title, startFolder);
 }
 
 QString pickOpenFile(QWidget* parent, const QString& title, const QString& filter, const QString& startFolder) {
-    if (PromptScript* s = g_script) {
-        s->shown_.push_back({ShownPrompt::OpenFile, MessageKind::Information, title, filter});
-        if (s->paths_.empty()) return {};
-        QString p = s->paths_.front();
-        s->paths_.pop_front();
-        return p;
-    }
+    if (g_script) return g_script->takePath({ShownPrompt::OpenFile, MessageKind::Information, title, filter});
     return QFileDialog::getOpenFileName(parent, title, startFolder, filter);
 }
 

@@ -63,6 +63,8 @@ private:
     friend QString pickOpenFile(QWidget*, const QString&, const QString&, const QString&);
     friend std::optional<QString> askText(QWidget*, const QString&, const QString&, const QString&);
 
+    QString takePath(ShownPrompt prompt);  // records a picker and answers it from the queue
+
     std::deque<Answer> answers_;
     std::deque<QString> paths_;
     std::deque<std::optional<QString>> inputs_;
