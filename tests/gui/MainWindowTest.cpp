@@ -4,6 +4,9 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QRadioButton>
@@ -20,6 +23,7 @@
 #include "gui/config/Builder.h"
 #include "gui/shell/frmMain.h"
 #include "gui/shell/frmOptions.h"
+#include "gui/shell/VmLauncher.h"
 #include "gui/shell/frmSummary.h"
 #include "gui/support/Prompts.h"
 
@@ -285,6 +289,47 @@ TEST_F(MainWindow, WhatTheLoaderNoticedIsShownInTheSummary) {
     EXPECT_TRUE(out.contains(QString::fromStdString(file.string()))) << out.toStdString();
     EXPECT_TRUE(out.contains("line 6: ")) << out.toStdString();
     EXPECT_TRUE(window->summaryWindow()->isVisible());
+}
+
+TEST_F(MainWindow, DroppedVmxFilesOpenAndOtherFilesDoNot) {
+    fs::path vmx = writeVmx("drop/drop.vmx");
+    fs::path other = writeVmx("drop/readme.txt", "not a configuration");
+    open();
+    window->settings().CreateBackups = false;
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(QString::fromStdString(other.string())),
+                  QUrl::fromLocalFile(QString::fromStdString(vmx.string()))});
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &enter);
+    EXPECT_TRUE(enter.isAccepted()) << "a drag holding a .vmx file is welcome";
+    QDropEvent drop(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &drop);
+    ASSERT_EQ(tabs()->count(), 2);
+    EXPECT_EQ(window->activeEditor()->vmxPath(), QString::fromStdString(vmx.string()));
+}
+
+TEST_F(MainWindow, PlacementIsRememberedAcrossRuns) {
+    open();
+    window->setGeometry(40, 50, 900, 640);
+    QCloseEvent bye;
+    QApplication::sendEvent(window.get(), &bye);
+    ASSERT_TRUE(bye.isAccepted());
+    window.reset();
+    open();
+    EXPECT_EQ(window->geometry().size(), QSize(900, 640));
+    EXPECT_EQ(window->geometry().topLeft(), QPoint(40, 50));
+}
+
+TEST(Launch, ConfiguredProgramOrTheDesktopsOpener) {
+    auto withProgram = arden::gui::planLaunch("/vms/My VM/My VM.vmx ", "/opt/vmware/bin/vmplayer");
+    EXPECT_EQ(withProgram.program, "/opt/vmware/bin/vmplayer");
+    EXPECT_EQ(withProgram.argument, "/vms/My VM/My VM.vmx") << "one argument, blanks and all";
+    EXPECT_EQ(withProgram.workingDir, "/opt/vmware/bin");
+    auto opener = arden::gui::planLaunch("/vms/a/a.vmx", "  ");
+    EXPECT_TRUE(opener.program.isEmpty());
+    EXPECT_EQ(opener.argument, "/vms/a/a.vmx");
+    EXPECT_EQ(opener.workingDir, "/vms/a");
+    EXPECT_FALSE(arden::gui::LaunchVmx(arden::gui::planLaunch("", ""))) << "nothing to launch";
 }
 
 TEST_F(MainWindow, HelpAndShortcuts) {

@@ -89,7 +89,7 @@ TEST(StringTable, ResolveJoinsIdsAndFixedTextsWithTheOffset) {
 
 // The table file itself: a repeated id would silently replace an earlier text.
 TEST(StringTable, TheFileNamesEveryIdOnce) {
-    std::ifstream in(std::string(ARDEN_TEST_DATA_DIR) + "/../../resources/strings.txt");
+    std::ifstream in(std::string(ARDEN_SOURCE_DIR) + "/resources/strings.txt");
     ASSERT_TRUE(in) << "resources/strings.txt not found";
     std::set<int> seen;
     std::string line;
