@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "gui/support/NamedWidget.h"
+
 class QAbstractButton;
 class QComboBox;
 class QFormLayout;
@@ -16,14 +18,6 @@ class QTreeWidget;
 class QWidget;
 
 namespace arden::gui {
-
-// Creates a control and gives it its name, so that tests and accessibility tools find it.
-template <typename W, typename... A>
-W* named(const char* name, A&&... args) {
-    W* w = new W(std::forward<A>(args)...);
-    w->setObjectName(QString::fromLatin1(name));
-    return w;
-}
 
 // The caption of every control of a page, by string-table id. A caption that ends in ":" or
 // "..." is the loaded text with that ending appended.

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "gui/support/Icons.h"
+#include "gui/support/NamedWidget.h"
 #include "gui/support/UiText.h"
 
 namespace arden::gui {
@@ -18,8 +19,8 @@ constexpr int kPathColumn = 1;
 constexpr int kVersionColumn = 2;
 
 QAction* namedAction(QMenu* menu, const char* name) {
-    QAction* a = menu->addAction(QString());
-    a->setObjectName(QString::fromLatin1(name));
+    QAction* a = named<QAction>(name, menu);
+    menu->addAction(a);
     return a;
 }
 

@@ -24,6 +24,7 @@
 #include "gui/shell/frmSummary.h"
 #include "gui/support/FormPosition.h"
 #include "gui/support/Icons.h"
+#include "gui/support/NamedWidget.h"
 #include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
 
@@ -41,9 +42,8 @@ constexpr ToolButton kToolButtons[] = {
 };
 
 QAction* namedAction(QObject* parent, const char* name, const QKeySequence& shortcut = {}) {
-    auto* a = new QAction(parent);
-    a->setObjectName(QString::fromLatin1(name));
-    if (!shortcut.isEmpty()) a->setShortcut(shortcut);
+    auto* a = named<QAction>(name, parent);
+    a->setShortcut(shortcut);
     return a;
 }
 
@@ -196,11 +196,9 @@ QString frmMain::placementFile(bool forWriting) const {
 void frmMain::UpdateUILabels() {
     const int o = languageOffset();
     setWindowTitle(uiText(1, o));
-    static const int kTips[] = {4, 5, 19, 20, 21, 22};
-    int i = 0;
     for (const ToolButton& b : kToolButtons) {
         QAction* a = toolButtons_.value(QString::fromLatin1(b.key));
-        a->setToolTip(uiText(kTips[i++], o));
+        a->setToolTip(uiText(b.tipId, o));
         a->setText(a->toolTip());
     }
     mnuFile_->setTitle(uiText(6, o));
@@ -397,7 +395,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
         problems.push_back({MessageKind::Warning, {TextPart::fixed("Settings not saved")}, {TextPart::fixed(error.toStdString())}});
     for (const Message& problem : problems) showMessage(this, problem, languageOffset());
     for (QWidget* w : QApplication::topLevelWidgets()) {
-        if (w != this && w->objectName() != "frmMain") w->close();
+        if (w->objectName() != "frmMain") w->close();
     }
     event->accept();
 }

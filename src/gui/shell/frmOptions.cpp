@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "gui/support/NamedWidget.h"
 #include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
 
@@ -18,13 +19,6 @@ namespace {
 
 constexpr const char* kLanguageNames[5] = {"optLangEn", "optLangDe", "optLangFr", "optLangEs", "optLangIt"};
 constexpr int kFirstLanguageTextId = 62;  // "English" ... "Italian" are 62-66
-
-template <typename W, typename... A>
-W* named(const char* name, A&&... args) {
-    W* w = new W(std::forward<A>(args)...);
-    w->setObjectName(QString::fromLatin1(name));
-    return w;
-}
 
 }  // namespace
 
