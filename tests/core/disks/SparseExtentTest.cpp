@@ -30,14 +30,11 @@ TEST(SparseExtentLayout, RoundingGivesTheExtraGrainAndTable) {
     SparseExtentLayout full = sparseExtentLayout(4192256);
     EXPECT_EQ(full.grains, 32753);
     EXPECT_EQ(full.grainTables, 65);
-    EXPECT_EQ(full.tableSectors, 4);
-    EXPECT_EQ(full.directorySectors, 1);
     EXPECT_EQ(full.directory, 1 + 1 + 65 * 4);
     EXPECT_EQ(full.overhead, 640);  // metadata ends at sector 523: five grains
 
     SparseExtentLayout one = sparseExtentLayout(1);
     EXPECT_EQ(one.grains, 1);
-    EXPECT_EQ(one.grainTables, 1);
     EXPECT_EQ(one.directory, 6);
     EXPECT_EQ(one.overhead, 128);
 
@@ -53,18 +50,11 @@ TEST(SparseExtentLayout, RoundingGivesTheExtraGrainAndTable) {
     EXPECT_EQ(sparseExtentLayout(128 * 512 * 127 - 128).directorySectors, 1);
 }
 
-TEST(SparseExtentHeader, FieldsAtTheirOffsetsLittleEndian) {
+// The fixed header fields are compared with a VMware extent below; these are the ones that depend on the size.
+TEST(SparseExtentHeader, SizeDependentFieldsAndDirectory) {
     SparseExtentLayout l = sparseExtentLayout(4192256);
     std::string h = headerBytes(l);
-    EXPECT_EQ(h.substr(0, 4), "KDMV");
-    EXPECT_EQ(le(h, 4, 4), 1u);
-    EXPECT_EQ(le(h, 8, 4), 3u);
     EXPECT_EQ(le(h, 12, 8), 4192256u);
-    EXPECT_EQ(le(h, 20, 8), 128u);
-    EXPECT_EQ(le(h, 28, 8), 0u);
-    EXPECT_EQ(le(h, 36, 8), 0u);
-    EXPECT_EQ(le(h, 44, 4), 512u);
-    EXPECT_EQ(le(h, 48, 8), 1u);
     EXPECT_EQ(le(h, 56, 8), static_cast<std::uint64_t>(l.directory));
     EXPECT_EQ(le(h, 64, 8), 640u);
     EXPECT_EQ(h.substr(72, 5), std::string("\0\n \r\n", 5));
