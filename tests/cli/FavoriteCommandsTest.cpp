@@ -56,7 +56,8 @@ TEST(CliFavorites, UnwritableTemporaryFolderIsRefused) {
     }
     Home locked;
     fs::permissions(locked.dir.path(), fs::perms::all);
-    fs::permissions(locked.dir / "tmp", fs::perms(0755));
+    // Root's folder is closed to the user nobody; anyone else's folder is closed to its owner.
+    fs::permissions(locked.dir / "tmp", fs::perms(runningAsRoot() ? 0755 : 0555));
     fs::create_directories(locked.dir / "cfg");
     fs::permissions(locked.dir / "cfg", fs::perms::all);
     auto refused = locked.run({"favorites", "add", "X", "/x.vmx"},
