@@ -9,6 +9,7 @@
 #include "core/config/VmxLoader.h"
 #include "core/hardware/DeviceTexts.h"
 #include "core/shell/GetText.h"
+#include "core/support/AtomicFile.h"
 
 namespace arden::cli {
 namespace {
@@ -34,19 +35,30 @@ std::optional<VmConfiguration> load(const std::string& file, bool printNotices =
     return std::move(r.config);
 }
 
-// Saves through the editor's save flow. A machine that a VMware product has open is not
-// written over: the question is answered No.
-int save(const VmConfiguration& config) {
-    if (auto question = inUseQuestion(config)) {
+// The questions a save asks, in order, before anything is written (a backup copy included):
+// the machine is open in a VMware product, the file is read-only. `yes` answers them Yes;
+// otherwise they are answered No and the command stops.
+bool questionsAnswered(const VmConfiguration& config, bool yes) {
+    for (auto question : {inUseQuestion(config), readOnlyQuestion(config)}) {
+        if (!question) continue;
         printMessage(*question);
-        std::cerr << "Answered No: nothing was written.\n";
-        return Refused;
+        if (!yes) {
+            std::cerr << "Answered No: nothing was written.\n";
+            return false;
+        }
+        std::cerr << "Answered Yes.\n";
     }
+    return true;
+}
+
+// Saves through the editor's save flow.
+int save(const VmConfiguration& config) {
     SaveResult r = CreateVmxFile(config);
     if (!r.written) {
         printMessage(*r.refusal);
         return Refused;
     }
+    if (r.notice) printMessage(*r.notice);
     std::cout << r.path << '\n';
     return Success;
 }
@@ -84,6 +96,7 @@ int runNew(Args args) {
                              {TextPart::fixed(config.vmxPath() + " already exists; choose another name or folder")}});
         return Refused;
     }
+    if (!questionsAnswered(config, false)) return Refused;
     return save(config);
 }
 
@@ -101,6 +114,7 @@ int runShow(Args args) {
                       ? std::string(versions[static_cast<std::size_t>(p.version)])
                       : std::string("(no version chosen)"))
               << '\n';
+    if (std::string note = formatNote(*config); !note.empty()) std::cout << "Format: " << note << '\n';
     std::cout << "Guest: ";
     if (auto g = findGuest(p.guestId)) {
         std::cout << guestFamilyName(g->family) << ", " << guestVersions(g->family)[static_cast<std::size_t>(g->version)].name
@@ -123,23 +137,34 @@ int runResave(Args args) {
     bool missing = false;
     auto output = takeOption(args, "--output", missing);
     bool backup = takeFlag(args, "--backup");
+    bool yes = takeFlag(args, "--yes");
     if (missing) return usageError("--output needs a file name");
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 1) return usageError("resave needs one FILE");
+    if (output) {
+        // Only a regular file (or a new name) is written over; nothing is read or written first.
+        if (std::string kind = nonRegularKind(*output); !kind.empty()) {
+            printMessage(Message{MessageKind::Critical, {TextPart::fixed("Unable to Save")},
+                                 {TextPart::fixed(*output + " is " + kind + ", not a regular file; --output names a "
+                                                  "configuration file to write")}});
+            return Refused;
+        }
+    }
     auto config = load(args[0]);
     if (!config) return Refused;
-    if (backup) {
-        bool ok = false;
-        Message notice = makeBackup(fs::absolute(args[0]), ok);
-        printMessage(notice);
-        if (!ok) return Refused;
-    }
     if (output) {
         fs::path out = fs::absolute(*output);
         std::string folder = out.parent_path().string();
         if (!folder.empty() && folder.back() != '/') folder += '/';
         config->identity.vmxFolder = folder;
         config->identity.vmxFileName = out.filename().string();
+    }
+    if (!questionsAnswered(*config, yes)) return Refused;
+    if (backup) {
+        bool ok = false;
+        Message notice = makeBackup(fs::absolute(args[0]), ok);
+        printMessage(notice);
+        if (!ok) return Refused;
     }
     return save(*config);
 }

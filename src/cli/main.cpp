@@ -22,10 +22,12 @@ const Command kCommands[] = {
     {"show", arden::cli::runShow,
      "show FILE\n"
      "      Print the configuration as the editor shows it: product, guest, memory,\n"
-     "      the hardware list and the number of kept lines."},
+     "      the hardware list and the number of kept lines; what the loader noticed goes to\n"
+     "      standard error as FILE:LINE: text."},
     {"resave", arden::cli::runResave,
-     "resave FILE [--output OUT] [--backup]\n"
-     "      Load FILE and write it back (to OUT when given); --backup first copies FILE to FILE.bak."},
+     "resave FILE [--output OUT] [--backup] [--yes]\n"
+     "      Load FILE and write it back (to OUT when given); --backup first copies FILE to FILE.bak.\n"
+     "      A machine in use (a NAME.vmx.lck beside it) or a read-only file is written only with --yes."},
     {"check", arden::cli::runCheck,
      "check FILE\n"
      "      Load FILE and run the save checks without writing."},

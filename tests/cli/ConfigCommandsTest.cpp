@@ -105,7 +105,7 @@ TEST(CliBadInput, ClearMessagesAndNothingChanges) {
     EXPECT_NE(odd.out.find("Kept lines: 2"), std::string::npos);
 }
 
-TEST(CliBadInput, ReadOnlyFolderKeepsTheFile) {
+TEST(CliSaveInPlace, ReadOnlyFolderWithAWritableFileSaves) {
     // Run as an unprivileged user: root is not stopped by permission bits.
     if (std::system("command -v setpriv >/dev/null 2>&1") != 0) GTEST_SKIP() << "setpriv is not available";
     ScratchDir dir;
@@ -118,8 +118,21 @@ TEST(CliBadInput, ReadOnlyFolderKeepsTheFile) {
                                                  std::filesystem::perms::others_read | std::filesystem::perms::others_exec);
     std::string asNobody = arden::test::runningAsRoot() ? "setpriv --reuid=65534 --regid=65534 --clear-groups" : "";
     auto r = runCli({"resave", (dir / "ro" / "ro.vmx").string()}, asNobody);
-    EXPECT_EQ(r.exitCode, 1) << r.out;
-    EXPECT_NE(r.err.find("ro.vmx"), std::string::npos) << r.err;
-    EXPECT_NE(r.err.find("Permission denied"), std::string::npos) << r.err;
-    EXPECT_EQ(arden::test::readBytes(dir / "ro" / "ro.vmx"), original);
+    EXPECT_EQ(r.exitCode, 0) << r.err;
+    EXPECT_NE(r.err.find("Saved in Place: " + (dir / "ro" / "ro.vmx").string() +
+                         " was rewritten in place because its folder is not writable; no backup copy of the old "
+                         "contents could be made beside it."),
+              std::string::npos)
+        << r.err;
+    std::string saved = arden::test::readBytes(dir / "ro" / "ro.vmx");
+    EXPECT_NE(saved.find("displayName = \"ro\"\r\n"), std::string::npos);
+    EXPECT_NE(saved.find("####### end of file"), std::string::npos);
+    // Asked for a backup it cannot make, it writes nothing.
+    auto backup = runCli({"resave", (dir / "ro" / "ro.vmx").string(), "--backup"}, asNobody);
+    EXPECT_EQ(backup.exitCode, 1);
+    EXPECT_NE(backup.err.find("Backup Failed: No backup was made: Cannot write " + (dir / "ro" / "ro.vmx.bak").string() +
+                              ": Permission denied"),
+              std::string::npos)
+        << backup.err;
+    EXPECT_EQ(arden::test::readBytes(dir / "ro" / "ro.vmx"), saved);
 }

@@ -1,5 +1,6 @@
 #include "core/config/ProductTables.h"
 
+#include <algorithm>
 #include <array>
 
 #include "core/support/TextUtil.h"
@@ -185,6 +186,12 @@ std::optional<ProductFigures> productFigures(int platform, int version) {
         if (row.platform == platform && row.version == version) return row.figures;
     }
     return std::nullopt;
+}
+
+int newestHardwareVersion() {
+    int newest = 0;
+    for (const FigureRow& row : kFigures) newest = std::max(newest, row.figures.virtualHwVersion);
+    return newest;
 }
 
 std::vector<int> offeredGuestFamilies(int platform, int version) {

@@ -44,6 +44,9 @@ struct ProductFigures {
 // Figures of (platform, version position), or nothing for a combination that does not exist.
 std::optional<ProductFigures> productFigures(int platform, int version);
 
+// The highest "virtualHW.version" of any platform and version the editor targets.
+int newestHardwareVersion();
+
 // The guest families offered for (platform, version), as family numbers in list order.
 std::vector<int> offeredGuestFamilies(int platform, int version);
 constexpr int guestFamilyNameId(int family) { return 220 + family; }

@@ -5,6 +5,7 @@
 
 #include "core/config/VmxWriter.h"
 #include "core/support/AtomicFile.h"
+#include "core/support/TextUtil.h"
 
 namespace arden {
 
@@ -31,15 +32,51 @@ std::optional<Message> checkSave(const VmConfiguration& config) {
     return std::nullopt;
 }
 
-std::optional<Message> inUseQuestion(const VmConfiguration& config) {
-    std::filesystem::path lock = config.vmxPath() + ".lck";
+namespace {
+
+// The lock beside `file` whose name is the file's name and ".lck" in any letter case, and what it is.
+std::optional<std::pair<std::filesystem::path, std::string>> findLock(const std::filesystem::path& file) {
+    namespace fs = std::filesystem;
+    const std::string wanted = file.filename().string() + ".lck";
+    fs::path folder = file.parent_path().empty() ? fs::path(".") : file.parent_path();
     std::error_code ec;
-    if (!std::filesystem::exists(lock, ec)) return std::nullopt;
+    for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
+        if (!equalsIgnoreCase(it->path().filename().string(), wanted)) continue;
+        fs::file_status st = fs::symlink_status(it->path(), ec);
+        std::string kind = fs::is_symlink(st) ? "link" : fs::is_directory(st) ? "folder" : "file";
+        return std::make_pair(it->path(), kind);
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<Message> inUseQuestion(const VmConfiguration& config) {
+    // The product locks the path it opened; a file reached through a link is looked at on both sides.
+    const std::filesystem::path given = config.vmxPath();
+    auto lock = findLock(given);
+    if (!lock) {
+        std::filesystem::path real = followLinks(given);
+        if (real != given) lock = findLock(real);
+    }
+    if (!lock) return std::nullopt;
     return Message{MessageKind::Question,
                    {TextPart::fixed("Virtual Machine in Use")},
-                   {TextPart::fixed("The folder " + lock.string() +
+                   {TextPart::fixed("The lock " + lock->second + " " + lock->first.string() +
                                     " shows that a VMware product has this virtual machine open; it may write over "
                                     "your changes when it closes.  Save anyway?")}};
+}
+
+std::optional<Message> readOnlyQuestion(const VmConfiguration& config) {
+    namespace fs = std::filesystem;
+    std::error_code ec;
+    fs::file_status st = fs::status(config.vmxPath(), ec);
+    if (!fs::is_regular_file(st)) return std::nullopt;
+    const fs::perms write = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    if ((st.permissions() & write) != fs::perms::none) return std::nullopt;
+    return Message{MessageKind::Question,
+                   {TextPart::fixed("Read-only File")},
+                   {TextPart::fixed("The file " + config.vmxPath() + " is read-only.  Save over it anyway?")}};
 }
 
 SaveResult CreateVmxFile(const VmConfiguration& config) {
@@ -62,9 +99,15 @@ SaveResult CreateVmxFile(const VmConfiguration& config) {
         }
     }
     result.text = writeVmxText(config);
-    if (auto error = writeFileAtomically(result.path, result.text)) {
+    FileWriteReport report;
+    if (auto error = writeFileAtomically(result.path, result.text, &report)) {
         result.refusal = Message{MessageKind::Critical, {TextPart::fixed("Unable to Save")}, {TextPart::fixed(*error)}};
         return result;
+    }
+    if (report.inPlace) {
+        result.notice = Message{MessageKind::Information, {TextPart::fixed("Saved in Place")},
+                                {TextPart::fixed(result.path + " was rewritten in place because " + report.reason +
+                                                 "; no backup copy of the old contents could be made beside it.")}};
     }
     result.written = true;
     return result;

@@ -19,15 +19,20 @@ int pciDeviceTally(const VmConfiguration& config);
 // refusal, or nothing when the save may go ahead.
 std::optional<Message> checkSave(const VmConfiguration& config);
 
-// A question to ask before writing over a file that the product has open (a "NAME.vmx.lck"
-// folder beside it), or nothing.
+// A question to ask before writing over a file that the product has open: a lock
+// "NAME.vmx.lck" beside it (a folder, a file or a link, even a dangling one, in any letter
+// case), or nothing. Asked before anything is written, the backup copy included.
 std::optional<Message> inUseQuestion(const VmConfiguration& config);
+
+// A question to ask before saving over a read-only file, or nothing.
+std::optional<Message> readOnlyQuestion(const VmConfiguration& config);
 
 struct SaveResult {
     bool written = false;
     std::string path;                // the file written (or that would have been)
     std::string text;                // the text written
     std::optional<Message> refusal;  // a check's refusal or the write failure
+    std::optional<Message> notice;   // written, but in place: no copy of the old file was kept on disk
 };
 
 // Runs the checks, creates a missing folder (one level), writes the file atomically.

@@ -1,6 +1,7 @@
 #include "core/config/VmConfiguration.h"
 
 #include "core/hardware/DeviceDefaults.h"
+#include "core/hardware/DeviceKeys.h"
 
 namespace arden {
 
@@ -20,6 +21,27 @@ ProductFigures VmConfiguration::figures() const {
     if (auto f = productFigures(product.platform, product.version)) return *f;
     if (auto f = productFigures(product.platform, lastVersion(product.platform))) return *f;
     return *productFigures(kWorkstation, lastVersion(kWorkstation));
+}
+
+std::string VmConfiguration::configVersionText() const {
+    return product.configVersionAsRead.empty() ? std::to_string(figures().configVersion) : product.configVersionAsRead;
+}
+
+std::string VmConfiguration::hwVersionText() const {
+    return product.hwVersionAsRead.empty() ? std::to_string(figures().virtualHwVersion) : product.hwVersionAsRead;
+}
+
+void VmConfiguration::retarget(int platform, int version) {
+    product.platform = platform;
+    product.version = version;
+    product.configVersionAsRead.clear();
+    product.hwVersionAsRead.clear();
+}
+
+std::string formatNote(const VmConfiguration& config) {
+    int hw = 0;
+    if (!parseInt32(config.product.hwVersionAsRead, hw) || hw <= newestHardwareVersion()) return {};
+    return "written for virtual hardware version " + std::to_string(hw) + "; saving keeps it";
 }
 
 std::string VmConfiguration::vmxPath() const {

@@ -3,6 +3,7 @@
 // groups, the device store, and the lines kept from an opened file. The editor's controls
 // show these fields; each field names the control that shows it.
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -27,6 +28,11 @@ struct ProductSettings {
     int guestFamily = kFamilyWindows;  // family number (not the list position: the list may skip Solaris)
     int guestVersion = 9;          // cboGuestVersions position within the family; -1 when unknown
     std::string guestId = "winXPPro";  // written as "guestOS"
+    // "config.version" and "virtualHW.version" as the opened file held them, written back until
+    // the user picks another platform or version; empty for a new machine, which gets the
+    // figures of its target.
+    std::string configVersionAsRead;
+    std::string hwVersionAsRead;
     bool operator==(const ProductSettings&) const = default;
 };
 
@@ -51,6 +57,7 @@ struct SharedFolder {
     bool readOnly = false;   // chkShareReadOnly: "writeAccess" is its inverse
     bool disableAfterSession = false;  // chkShareDisableAfterSession: "expiration" "session"/"never"
     bool present = true;     // "present"
+    std::vector<KeptKeyLine> keptLines = {};  // other "sharedFolderN." lines of the opened file
     bool operator==(const SharedFolder&) const = default;
 };
 
@@ -99,6 +106,11 @@ public:
     AdvancedOptions advanced;
     DeviceStore devices;
     std::vector<std::string> keptLines;  // lines of the opened file the editor does not manage
+    // Keys the editor manages whose line of the opened file it could not use (or that the file
+    // did not hold, for "displayName" and "guestOS"), lower case, with the value the editor would
+    // have written right after opening. While the editor's value is still that one, its key is
+    // not written and the file's own line (among the kept lines) stays as it was.
+    std::map<std::string, std::string> heldKeys;
 
     // A new machine: display name (or `defaultName`, the localised "New VM", when empty),
     // file name = name + ".vmx", folder, Workstation 5.5x, Windows XP Professional, and the
@@ -109,6 +121,14 @@ public:
     // Figures of the chosen platform and version (Workstation 5.5x's when none is chosen).
     ProductFigures figures() const;
 
+    // The "config.version" and "virtualHW.version" values to write: the opened file's own, or
+    // the figures of the target.
+    std::string configVersionText() const;
+    std::string hwVersionText() const;
+
+    // Forgets the opened file's format numbers: called when the user picks a platform or version.
+    void retarget(int platform, int version);
+
     // Full path of the configuration file: folder joined with the file name.
     std::string vmxPath() const;
 
@@ -117,6 +137,10 @@ public:
 
     bool operator==(const VmConfiguration&) const = default;
 };
+
+// One line about the opened file's format when it is newer than any target of the editor
+// ("written for virtual hardware version 19; saving keeps it"), else empty.
+std::string formatNote(const VmConfiguration& config);
 
 // The one-line summaries of the six option groups (positions 0-5: General, Power, Shared
 // Folders, Snapshots, Guest Isolation, Advanced), as the options list shows them.

@@ -51,4 +51,48 @@ bool isOwnBannerLine(std::string_view line) {
     return rest.substr(0, kProgramTitle.size()) == kProgramTitle;
 }
 
+namespace {
+
+bool needsEscape(unsigned char c) { return (c < 0x20 && c != '\t') || c == '"' || c == '|' || c == 0x7F; }
+
+int hexDigit(char c) {
+    if (c >= '0' && c <= '9') return c - '0';
+    c = asciiLower(c);
+    if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+    return -1;
+}
+
+}  // namespace
+
+std::string escapeValue(std::string_view value) {
+    static constexpr char kHex[] = "0123456789ABCDEF";
+    std::string out;
+    out.reserve(value.size());
+    for (char ch : value) {
+        auto c = static_cast<unsigned char>(ch);
+        if (!needsEscape(c)) {
+            out += ch;
+            continue;
+        }
+        out += '|';
+        out += kHex[c >> 4];
+        out += kHex[c & 0x0F];
+    }
+    return out;
+}
+
+std::string unescapeValue(std::string_view value) {
+    std::string out;
+    out.reserve(value.size());
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        if (value[i] == '|' && i + 2 < value.size() && hexDigit(value[i + 1]) >= 0 && hexDigit(value[i + 2]) >= 0) {
+            out += static_cast<char>(hexDigit(value[i + 1]) * 16 + hexDigit(value[i + 2]));
+            i += 2;
+        } else {
+            out += value[i];
+        }
+    }
+    return out;
+}
+
 }  // namespace arden::vmx

@@ -1,6 +1,7 @@
 #pragma once
 // The fixed lines of the .vmx text form: banners, section lines, the clustering keys.
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace arden::vmx {
@@ -38,5 +39,12 @@ std::span<const FixedKey> clusterKeys();
 // Whether a comment line is one of the writer's own header, banner or section lines (which
 // the loader drops, so they never pile up over re-saves).
 bool isOwnBannerLine(std::string_view line);
+
+// VMware's value escapes: "|" followed by two hexadecimal digits stands for that byte. The
+// product escapes the double quote, "|", DEL and every control character but tab; the writer
+// escapes the same set, the loader decodes every escape it meets (either letter case), so a
+// value survives any number of saves and never spans two lines.
+std::string escapeValue(std::string_view value);
+std::string unescapeValue(std::string_view value);
 
 }  // namespace arden::vmx

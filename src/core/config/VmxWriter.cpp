@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "core/config/VmxLines.h"
 #include "core/config/VmxText.h"
 #include "core/hardware/DeviceKeys.h"
 #include "core/support/TextUtil.h"
@@ -10,56 +11,7 @@
 namespace arden {
 namespace {
 
-// Collects the lines of the file. A key is written at most once (in any letter case): the
-// first value given wins, so a device's own setting stands before a fixed clustering value
-// for the same key.
-class VmxLines {
-public:
-    void raw(std::string_view line) { lines_.emplace_back(line); }
-    void blank() { lines_.emplace_back(); }
-    void banner(std::string_view line) {
-        blank();
-        raw(line);
-    }
-
-    void setting(std::string_view key, std::string_view value, std::string_view separator = " = ") {
-        std::string lower = toLowerAscii(key);
-        if (!written_.emplace(std::move(lower), lines_.size()).second) return;
-        std::string line;
-        line.reserve(key.size() + value.size() + 6);
-        line.append(key).append(separator).push_back('"');
-        for (char c : value) {
-            // A double quote inside a value would end it early: VMware's own escape is "|22".
-            if (c == '"') line += "|22";
-            else line += c;
-        }
-        line.push_back('"');
-        lines_.push_back(std::move(line));
-    }
-    void flag(std::string_view key, bool value) { setting(key, value ? "TRUE" : "FALSE"); }
-
-    bool hasKey(std::string_view key) const { return written_.count(toLowerAscii(key)) != 0; }
-
-    // Number of lines so far, and removing lines back to such a mark (only lines without keys).
-    std::size_t mark() const { return lines_.size(); }
-    void truncate(std::size_t mark) { lines_.resize(mark); }
-
-    std::string join() const {
-        std::size_t size = 0;
-        for (const auto& l : lines_) size += l.size() + 2;
-        std::string out;
-        out.reserve(size);
-        for (const auto& l : lines_) {
-            out += l;
-            out += vmx::kLineEnd;
-        }
-        return out;
-    }
-
-private:
-    std::vector<std::string> lines_;
-    std::unordered_map<std::string, std::size_t> written_;
-};
+using vmx::VmxLines;
 
 std::string keyPrefix(const Device& d) {
     switch (d.type) {
@@ -96,10 +48,15 @@ bool keyApplies(const Device& d, std::string_view suffix) {
     return true;
 }
 
+void writeKeptLines(VmxLines& out, const std::string& prefix, const std::vector<KeptKeyLine>& lines) {
+    for (const KeptKeyLine& k : lines) out.keptLine(prefix + k.suffix, k.rest);
+}
+
 void writeDevice(VmxLines& out, const Device& d, const std::string& vmxFolder) {
     const std::string prefix = keyPrefix(d);
     const bool node = isNodeDevice(d.type);
     const bool autoDetect = node && equalsIgnoreCase(d.settings.text(".fileName"), "auto detect");
+    const std::size_t start = out.mark();
     for (const DeviceKey& key : deviceKeys(d.type)) {
         std::string name = prefix + std::string(key.suffix);
         if (node && key.suffix == ".autodetect" && autoDetect) {
@@ -111,6 +68,13 @@ void writeDevice(VmxLines& out, const Device& d, const std::string& vmxFolder) {
         if (key.suffix == ".fileName") out.setting(name, relativeToVmxFolder(*value, vmxFolder));
         else out.setting(name, *value);
     }
+    if (out.mark() != start) {
+        writeKeptLines(out, prefix, d.keptLines);
+        return;
+    }
+    // A device with none of its own keys in the file would not be read back as a device: its
+    // lines go with the other kept lines, where a reopened file has them too.
+    for (const KeptKeyLine& k : d.keptLines) out.defer(prefix + k.suffix, k.rest);
 }
 
 std::vector<const Device*> sortedByNumber(const DeviceStore& store, DeviceType type) {
@@ -153,29 +117,17 @@ void writeSection(VmxLines& out, std::string_view banner, const std::vector<cons
 void writeIdentity(VmxLines& out, const VmConfiguration& c) {
     out.banner(vmx::kIdentityBanner);
     out.setting("displayName", c.identity.displayName);
-    std::string version = versionCommentLine(c.product.platform, c.product.version);
-    if (!version.empty()) {
-        out.raw(platformCommentLine(c.product.platform));
-        out.raw(version);
-    }
-    ProductFigures f = c.figures();
-    out.setting("config.version", std::to_string(f.configVersion));
-    out.setting("virtualHW.version", std::to_string(f.virtualHwVersion));
+    // Both comment lines, always: a platform without a version (or with one it does not have)
+    // stands for its latest version, as the loader reads it.
+    int platform = platformName(c.product.platform).empty() ? kWorkstation : c.product.platform;
+    int version = versionCommentLine(platform, c.product.version).empty() ? lastVersion(platform) : c.product.version;
+    out.raw(platformCommentLine(platform));
+    out.raw(versionCommentLine(platform, version));
+    out.setting("config.version", c.configVersionText());
+    out.setting("virtualHW.version", c.hwVersionText());
     out.setting("guestOS", c.product.guestId);
     out.setting("workingDir", c.identity.workingDir);
-    if (!c.identity.notes.empty()) {
-        std::string notes;
-        const std::string& n = c.identity.notes;
-        for (std::size_t i = 0; i < n.size(); ++i) {
-            if (n[i] == '\r' && i + 1 < n.size() && n[i + 1] == '\n') {
-                notes += "|0D|0A";
-                ++i;
-            } else {
-                notes += n[i];
-            }
-        }
-        out.setting("annotation", notes);
-    }
+    if (!c.identity.notes.empty()) out.setting("annotation", c.identity.notes);
     const auto& cpus = c.devices.devices(DeviceType::Cpu);
     if (!cpus.empty()) {
         out.setting("numvcpus", std::to_string(cpus.size()), " =");
@@ -220,6 +172,7 @@ void writeAdvanced(VmxLines& out, const VmConfiguration& c) {
         out.setting(prefix + ".hostPath", f.hostPath);
         out.setting(prefix + ".guestName", f.name);
         out.setting(prefix + ".expiration", f.disableAfterSession ? "session" : "never");
+        writeKeptLines(out, prefix, f.keptLines);
     }
 
     out.flag("snapshot.disabled", !c.snapshots.allowed);
@@ -239,7 +192,7 @@ void writeAdvanced(VmxLines& out, const VmConfiguration& c) {
     out.setting("log.filename", a.logFolder);
     out.flag("templateVM", a.templateVm);
     if (a.clusterEnabled) {
-        for (const vmx::FixedKey& k : vmx::clusterKeys()) out.setting(k.key, k.value);
+        for (const vmx::FixedKey& k : vmx::clusterKeys()) out.fixedSetting(k.key, k.value);
     }
 }
 
@@ -252,10 +205,10 @@ std::string keptLineKey(std::string_view line) {
     return toLowerAscii(trimBlanks(t.substr(0, eq)));
 }
 
-// The kept lines that go back into the file: a line whose key the writer has already written
-// is dropped, and of several lines with the same key only the last is kept (it is the one
-// that took effect), so no key ever appears twice.
-std::vector<std::string_view> keptLinesToWrite(const std::vector<std::string>& kept, const VmxLines& out) {
+// The kept lines that go back into the file: of several lines with the same key only the last
+// is kept (it is the one that took effect), so no key ever appears twice; a line whose key the
+// writer writes itself is passed over when it is written.
+std::vector<std::string_view> keptLinesToWrite(const std::vector<std::string>& kept) {
     std::unordered_map<std::string, std::size_t> lastIndex;
     for (std::size_t i = 0; i < kept.size(); ++i) {
         std::string key = keptLineKey(kept[i]);
@@ -264,10 +217,18 @@ std::vector<std::string_view> keptLinesToWrite(const std::vector<std::string>& k
     std::vector<std::string_view> lines;
     for (std::size_t i = 0; i < kept.size(); ++i) {
         std::string key = keptLineKey(kept[i]);
-        if (!key.empty() && (lastIndex[key] != i || out.hasKey(key))) continue;
+        if (!key.empty() && lastIndex[key] != i) continue;
         lines.push_back(kept[i]);
     }
     return lines;
+}
+
+// A kept "key = value" line, as read, unless its key is written already.
+void writeKeptWholeLine(VmxLines& out, std::string_view line) {
+    std::string_view t = trimBlanks(line);
+    std::size_t eq = t.find('=');
+    std::string_view key = trimBlanks(t.substr(0, eq));
+    out.keptLine(key, t.substr(key.size()));
 }
 
 }  // namespace
@@ -275,23 +236,36 @@ std::vector<std::string_view> keptLinesToWrite(const std::vector<std::string>& k
 std::string relativeToVmxFolder(const std::string& fileName, const std::string& vmxFolder) {
 #ifdef _WIN32
     std::size_t sep = fileName.find_last_of("\\/");
+    constexpr bool kFoldCase = true;   // Windows file names ignore case
 #else
     std::size_t sep = fileName.rfind('/');
+    constexpr bool kFoldCase = false;  // another case is another file
 #endif
     if (sep == std::string::npos) return fileName;
     std::string_view folder(vmxFolder);
     while (folder.size() > 1 && (folder.back() == '/' || folder.back() == '\\')) folder.remove_suffix(1);
     std::string_view fileFolder(fileName.data(), sep == 0 ? 1 : sep);
-    if (!folder.empty() && equalsIgnoreCase(fileFolder, folder)) return fileName.substr(sep + 1);
+    bool same = kFoldCase ? equalsIgnoreCase(fileFolder, folder) : fileFolder == folder;
+    if (!folder.empty() && same) return fileName.substr(sep + 1);
     return fileName;
 }
 
-std::string writeVmxText(const VmConfiguration& c) {
-    VmxLines out;
+namespace {
+
+// The whole file into `out`. The ".encoding" line of the opened file comes first, as the
+// product writes it: it says how the bytes after it are to be read.
+void writeAll(VmxLines& out, const VmConfiguration& c) {
+    std::vector<std::string_view> kept = keptLinesToWrite(c.keptLines);
+    for (std::string_view line : kept) {
+        if (keptLineKey(line) == ".encoding") writeKeptWholeLine(out, line);
+    }
     out.raw(vmx::kRule);
     out.raw(vmx::titleLine());
     out.raw(vmx::kShortRule);
     out.raw(vmx::kGeneratedBy);
+    if (c.advanced.clusterEnabled) {
+        for (const vmx::FixedKey& k : vmx::clusterKeys()) out.claim(k.key);
+    }
     writeIdentity(out, c);
 
     const DeviceStore& s = c.devices;
@@ -314,13 +288,30 @@ std::string writeVmxText(const VmConfiguration& c) {
 
     writeAdvanced(out, c);
 
-    std::vector<std::string_view> kept = keptLinesToWrite(c.keptLines, out);
-    if (!kept.empty()) {
-        out.banner(vmx::kOtherParamsBanner);
-        for (std::string_view line : kept) out.raw(line);
+    std::size_t start = out.mark();
+    out.banner(vmx::kOtherParamsBanner);
+    std::size_t lines = out.mark();
+    for (std::string_view line : kept) {
+        if (keptLineKey(line).empty()) out.raw(line);
+        else writeKeptWholeLine(out, line);
     }
+    out.writeDeferred();
+    if (out.mark() == lines) out.truncate(start);
     out.banner(vmx::kEndBanner);
+}
+
+}  // namespace
+
+std::string writeVmxText(const VmConfiguration& c) {
+    VmxLines out(&c.heldKeys);
+    writeAll(out, c);
     return out.join();
+}
+
+std::map<std::string, std::string> editorValues(const VmConfiguration& c) {
+    VmxLines out;
+    writeAll(out, c);
+    return out.editorValues();
 }
 
 }  // namespace arden

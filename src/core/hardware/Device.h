@@ -37,12 +37,23 @@ private:
     std::vector<std::pair<std::string, std::string>> values_;  // in the order first set
 };
 
+// A line of the opened file under a device's prefix whose key or value the editor does not use:
+// the suffix as written (".pvnID") and the rest of the line after the key (" = \"...\"").
+// The writer puts it back under the device's current prefix, so it follows the device when the
+// device is renumbered and goes when the device is removed.
+struct KeptKeyLine {
+    std::string suffix;
+    std::string rest;
+    bool operator==(const KeptKeyLine&) const = default;
+};
+
 struct Device {
     DeviceType type = DeviceType::Cpu;
     std::string identifier;   // unique within its type; stable while the editor lives
     int number = -1;          // number in the device keys (ethernet<n>, floppy<n>, ide<n>, scsi<n>)
     clsNodeDevice node;       // placement of hard disks, DVD/CD-ROM drives and generic SCSI devices
     DeviceSettings settings;
+    std::vector<KeptKeyLine> keptLines;  // lines of the opened file under this device's prefix
 
     // Whether the device counts as enabled (its ".present" setting; unset means not present,
     // as the product reads a missing key).

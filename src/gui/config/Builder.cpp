@@ -7,6 +7,7 @@
 
 #include "core/config/SaveFlow.h"
 #include "core/config/VmxLoader.h"
+#include "core/hardware/DeviceKeys.h"
 #include "gui/config/HardwareListPanel.h"
 #include "gui/config/ConfigWidgets.h"
 #include "gui/config/OptionsPanel.h"
@@ -78,10 +79,11 @@ bool Builder::nameValid() const {
 }
 
 bool Builder::CreateVmxFile() {
-    // Writing over a machine that a VMware product has open is the user's call.
+    // Writing over a machine that a VMware product has open, or over a read-only file, is the
+    // user's call; both questions come before anything is written.
     if (!checkSave(config_)) {
-        if (auto question = inUseQuestion(config_)) {
-            if (showMessage(this, *question, LanguageOffset) != Answer::Yes) return false;
+        for (auto question : {inUseQuestion(config_), readOnlyQuestion(config_)}) {
+            if (question && showMessage(this, *question, LanguageOffset) != Answer::Yes) return false;
         }
     }
     SaveResult result = arden::CreateVmxFile(config_);
@@ -89,6 +91,7 @@ bool Builder::CreateVmxFile() {
         showMessage(this, *result.refusal, LanguageOffset);
         return false;
     }
+    if (result.notice) showMessage(this, *result.notice, LanguageOffset);
     setChangesPending(false);
     emit written(qs(result.path), qs(result.text));
     return true;
@@ -98,7 +101,10 @@ QString Builder::favoriteDisplayName() const { return qs(config_.identity.displa
 
 QString Builder::vmxPath() const { return qs(config_.vmxPath()); }
 
-int Builder::configVersion() const { return config_.figures().configVersion; }
+int Builder::configVersion() const {
+    int version = 0;
+    return parseInt32(config_.configVersionText(), version) ? version : config_.figures().configVersion;
+}
 
 void Builder::UpdateUILabels(int languageOffset) {
     LanguageOffset = languageOffset;

@@ -66,6 +66,10 @@ GeneralPage::GeneralPage(VmConfiguration& config, QWidget* parent) : OptionPage(
     cboPlatformVersion_ = named<QComboBox>("cboPlatformVersion", fraGeneral);
     addCaptionedRow(productForm, captions_, "lblTargetPlatform", 212, cboTargetPlatform_);
     addCaptionedRow(productForm, captions_, "lblPlatformVersion", 217, cboPlatformVersion_);
+    // One line about an opened file newer than any target: its numbers are kept on saving.
+    lblFormatNote_ = named<QLabel>("lblFormatNote", fraGeneral);
+    lblFormatNote_->setWordWrap(true);
+    productForm->addRow(lblFormatNote_);
 
     auto* fraGuest = captionedFrame("fraGuest", 218);
     auto* guestForm = new QFormLayout(fraGuest);
@@ -108,6 +112,13 @@ void GeneralPage::fillPage() {
     fillVersions(true);
     fillFamilies();
     fillGuestVersions(config_.product.guestFamily, config_.product.guestVersion);
+    showFormatNote();
+}
+
+void GeneralPage::showFormatNote() {
+    const QString note = QString::fromStdString(formatNote(config_));
+    lblFormatNote_->setText(note);
+    lblFormatNote_->setVisible(!note.isEmpty());
 }
 
 void GeneralPage::relabelPage() {
@@ -152,19 +163,21 @@ void GeneralPage::platformChosen(int index) {
     if (index < 0) return;
     // The refilled version list starts on the platform's latest version, as a new machine for
     // that platform would, and the families follow it.
+    // The file's own format numbers give way to the new target's.
     store([&](VmConfiguration& c) {
-        c.product.platform = index;
-        c.product.version = lastVersion(index);
+        c.retarget(index, lastVersion(index));
         fillVersions(true);
         fillFamilies();
+        showFormatNote();
     });
 }
 
 void GeneralPage::versionChosen(int index) {
     if (index < 0) return;
     store([&](VmConfiguration& c) {
-        c.product.version = index;
+        c.retarget(c.product.platform, index);
         fillFamilies();
+        showFormatNote();
     });
 }
 

@@ -5,6 +5,7 @@
 #include "gui/config/OptionPage.h"
 
 class QPlainTextEdit;
+class QLabel;
 class QPushButton;
 
 namespace arden::gui {
@@ -28,6 +29,7 @@ private:
     void familyChosen(int index);
     void guestVersionChosen(int index);
     void browseVmxFolder();
+    void showFormatNote();
 
     // Rebuild a dependent list from the model without raising its change event.
     void fillVersions(bool selectStored);
@@ -40,6 +42,7 @@ private:
     QComboBox* cboGuestFamilies_;
     QComboBox* cboGuestVersions_;
     QPlainTextEdit* txtNotes_;
+    QLabel* lblFormatNote_;
 };
 
 }  // namespace arden::gui

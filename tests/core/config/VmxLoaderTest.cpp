@@ -7,8 +7,10 @@
 #include <random>
 #include <set>
 #include "TestSupport.h"
+#include "VmxTestSupport.h"
 
 using namespace arden;
+using test::hasLine;
 
 namespace {
 
@@ -34,7 +36,7 @@ TEST(VmxLoader, SplitsKeysAndValuesAsTheProductDoes) {
     EXPECT_EQ(c.product.guestId, "winNetStandard");
     EXPECT_EQ(c.product.guestFamily, kFamilyWindows);
     EXPECT_EQ(c.product.guestVersion, 12);
-    EXPECT_EQ(c.identity.notes, "one\r\ntwo|0Athree");
+    EXPECT_EQ(c.identity.notes, "one\r\ntwo\nthree");
     EXPECT_EQ(c.identity.workingDir, "..\\work");
     EXPECT_EQ(c.devices.count(DeviceType::Cpu), 2);
     EXPECT_TRUE(c.devices.devices(DeviceType::Cpu)[0].settings.flag("pae", false));
@@ -44,11 +46,11 @@ TEST(VmxLoader, SplitsKeysAndValuesAsTheProductDoes) {
     EXPECT_EQ(c.identity.vmxFileName, "x.vmx");
 }
 
-TEST(VmxLoader, FormatNumbersAndOwnBannersAreNotKept) {
+TEST(VmxLoader, OwnBannersAreNotKept) {
     VmConfiguration m = VmConfiguration::newMachine("A", "/vms/x/", "New VM", 7);
     m.keptLines = {"# my own note", "uuid.bios = \"56 4d\""};
     std::string once = writeVmxText(m);
-    auto r = parse(once + "config.version = \"7\"\nvirtualHW.version = \"3\"\n");
+    auto r = parse(once);
     ASSERT_TRUE(r.ok);
     EXPECT_EQ(r.config.keptLines, (std::vector<std::string>{"# my own note", "uuid.bios = \"56 4d\""}));
     EXPECT_EQ(writeVmxText(r.config), once) << "re-saving what was written gives the same bytes";
@@ -119,6 +121,7 @@ TEST(VmxLoader, OptionKeysAndUnmappedValues) {
     EXPECT_FALSE(c.snapshots.allowed);
     EXPECT_EQ(c.advanced.ungrabbedPriority, 0);
     EXPECT_EQ(c.advanced.grabbedPriority, 0) << "an unknown word leaves the new-machine value";
+    EXPECT_EQ(c.heldKeys.count("priority.grabbed"), 1u) << "and the file's own line stands in for it";
     EXPECT_TRUE(c.advanced.memPageTrim);
     EXPECT_TRUE(c.advanced.clusterEnabled);
     EXPECT_TRUE(c.power.fullScreenAfterPowerOn);
@@ -130,8 +133,11 @@ TEST(VmxLoader, OptionKeysAndUnmappedValues) {
     EXPECT_FALSE(nic->settings.has(".virtualDev"));
     // Lines whose values the editor cannot show are kept and written back as they stand.
     EXPECT_EQ(c.keptLines, (std::vector<std::string>{"priority.grabbed = \"superhigh\"", "gui.restricted = \"TRUE\"",
-                                                     "ethernet0.virtualDev = \"vmxnet3\""}));
+                                                     "sharedFolder.maxNum = \"0\""}));
+    EXPECT_EQ(nic->keptLines, (std::vector<KeptKeyLine>{{".virtualDev", " = \"vmxnet3\""}}));
     std::string text = writeVmxText(c);
+    EXPECT_TRUE(hasLine(text, "priority.grabbed = \"superhigh\""));
+    EXPECT_EQ(text.find("priority.grabbed = \"normal\""), std::string::npos);
     EXPECT_NE(text.find("\r\nethernet0.virtualDev = \"vmxnet3\"\r\n"), std::string::npos);
     EXPECT_NE(text.find("\r\ngui.restricted = \"TRUE\"\r\n"), std::string::npos);
 }

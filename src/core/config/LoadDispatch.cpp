@@ -1,0 +1,220 @@
+// The loader's main line: splitting a data line into key and value, choosing the family of
+// keys by the key's prefix, and what happens to a line the editor cannot use (it is kept as
+// written, with a note) or will not write (it is kept too).
+#include <algorithm>
+
+#include "core/config/VmxLoaderState.h"
+#include "core/config/VmxText.h"
+#include "core/config/VmxWriter.h"
+#include "core/hardware/DeviceKeys.h"
+#include "core/support/TextUtil.h"
+
+namespace arden::load {
+namespace {
+
+// The first prefix test that matches decides how a key is read. A pattern ends in "*" and
+// matches the start of the prefix.
+enum class Family { FormatNumber, Disk, Device, Other };
+
+struct PrefixRule {
+    std::string_view test;
+    Family family;
+};
+
+const PrefixRule kPrefixRules[] = {
+    {"config", Family::FormatNumber}, {"virtualhw", Family::FormatNumber}, {"gui", Family::Other},
+    {"powertype", Family::Other},     {"toolscripts", Family::Other},      {"isolation", Family::Other},
+    {"sharedfolder*", Family::Device}, {"snapshot", Family::Other},        {"priority", Family::Other},
+    {"monitor_control", Family::Other}, {"log", Family::Other},            {"disk", Family::Disk},
+    {"floppy*", Family::Device},      {"parallel*", Family::Device},       {"serial*", Family::Device},
+    {"sound", Family::Device},        {"ethernet*", Family::Device},       {"usb", Family::Device},
+    {"ide*", Family::Device},         {"scsi*", Family::Device},           {"svga", Family::Device},
+    {"mks", Family::Device},          {"vmmouse", Family::Device},
+};
+
+Family familyOf(std::string_view prefix) {
+    for (const PrefixRule& r : kPrefixRules) {
+        if (r.test.back() == '*') {
+            if (prefix.substr(0, r.test.size() - 1) == r.test.substr(0, r.test.size() - 1)) return r.family;
+        } else if (prefix == r.test) {
+            return r.family;
+        }
+    }
+    return Family::Other;
+}
+
+// The value of a "key = value" text: blanks trimmed, every double quote removed (not only the
+// outer pair), VMware's escapes decoded.
+std::string valueOf(std::string_view rawValue) {
+    std::string value;
+    value.reserve(rawValue.size());
+    for (char ch : rawValue) {
+        if (ch != '"') value += ch;
+    }
+    return vmx::unescapeValue(value);
+}
+
+// Whether the editor writes the value the file held: flags by their meaning, words without
+// regard to case.
+bool sameValue(std::string_view a, std::string_view b) {
+    bool fa = false, fb = false;
+    if (parseFlag(a, fa) && parseFlag(b, fb)) return fa == fb;
+    return equalsIgnoreCase(a, b);
+}
+
+}  // namespace
+
+void Loader::notice(const Line& line, std::string text) {
+    notices_.push_back({static_cast<int>(line.index + 1), std::move(text)});
+}
+
+void Loader::unusable(const Line& line, const std::string& key, std::string_view value, std::string_view allowed) {
+    notice(line, "\"" + std::string(value) + "\" is not a value the editor can show for " + key + " (" +
+                     std::string(allowed) + "); the line is kept as written");
+}
+
+bool Loader::isClusterLine(const std::string& key, std::string_view value) {
+    if (key == "disk.locking") return false;  // the line that turns clustering on
+    for (const vmx::FixedKey& k : vmx::clusterKeys()) {
+        if (equalsIgnoreCase(k.key, key) && equalsIgnoreCase(k.value, value)) return true;
+    }
+    return false;
+}
+
+void Loader::dataLine(const Line& line) {
+    std::size_t eq = line.text.find('=');
+    if (eq == std::string_view::npos) {
+        notice(line, "no \"=\" on this line; it is kept as it stands");
+        keep(line);
+        return;
+    }
+    std::string key = toLowerAscii(trimBlanks(line.text.substr(0, eq)));
+    if (key.empty()) {
+        notice(line, "no key before \"=\"; the line is kept as it stands");
+        keep(line);
+        return;
+    }
+    std::string_view rawValue = trimBlanks(line.text.substr(eq + 1));
+    std::string value = valueOf(rawValue);
+    if (std::count(rawValue.begin(), rawValue.end(), '"') % 2 != 0)
+        notice(line, "unbalanced quotes in the value of " + key + "; read as \"" + value + "\"");
+    if (isClusterLine(key, value)) {
+        clusterLines_.emplace_back(line, std::move(key));
+        return;
+    }
+    dispatch(line, key, value);
+}
+
+void Loader::dispatch(const Line& line, const std::string& key, std::string_view value) {
+    seen_.insert(key);
+    std::string_view prefix = std::string_view(key).substr(0, key.find('.'));
+    std::optional<Owner> owner;
+    std::string allowed;
+    Outcome outcome = Outcome::Unknown;
+    switch (familyOf(prefix)) {
+        case Family::FormatNumber:
+            // The two format numbers are kept as read; other keys of the family are the product's own.
+            if (key == "config.version" || key == "virtualhw.version") {
+                takeFormatNumber(key, value);
+                outcome = Outcome::Taken;
+            }
+            break;
+        case Family::Disk:
+            if (key == "disk.locking" && equalsIgnoreCase(value, "false")) {
+                c_.advanced.clusterEnabled = true;
+                clusterKeyLine_ = line.index;
+                outcome = Outcome::Taken;
+            }
+            break;
+        case Family::Device: outcome = deviceKey(line, key, prefix, value, owner, allowed); break;
+        case Family::Other: outcome = optionKey(line, key, value, allowed); break;
+    }
+    // Of a key written several times the last line counts: each outcome undoes what an
+    // earlier line of the same key left.
+    const std::size_t start = suffixStart(owner, key);
+    switch (outcome) {
+        case Outcome::Taken:
+            held_.erase(key);
+            consumed_.insert_or_assign(key, std::make_pair(line, owner));
+            if (owner) disown(*owner, std::string_view(key).substr(start));
+            break;
+        case Outcome::Unusable:
+            unusable(line, key, value, allowed);
+            consumed_.erase(key);
+            if (owner) {
+                unsetDeviceValue(*owner, std::string_view(key).substr(start));
+                ownLine(*owner, line, start);
+            } else {
+                held_.insert(key);
+                keep(line);
+            }
+            break;
+        case Outcome::Unknown:
+            if (owner) ownLine(*owner, line, start);
+            else keep(line);
+            break;
+    }
+}
+
+void Loader::commentLine(const Line& line) {
+    std::string_view t = trimBlanks(line.text);
+    if (vmx::isOwnBannerLine(t)) return;
+    if (productComment(line, t)) return;
+    keep(line);
+}
+
+void Loader::keepLinesTheWriterDrops() {
+    // A line the loader read whose key the writer would not write (a "paevm" of FALSE, the
+    // ".vnet" of an adapter that is not on a custom network) stays in the file as it was.
+    std::map<std::string, std::string> written = editorValues(c_);
+    for (auto& [key, read] : consumed_) {
+        auto& [line, owner] = read;
+        if (isReplacedKey(key)) continue;
+        auto it = written.find(key);
+        if (it != written.end()) {
+            // A value the editor would write differently ("sharedFolder.maxNum" of 0 beside a
+            // described folder) stays as the file has it.
+            std::string value = valueOf(trimBlanks(line.text.substr(line.text.find('=') + 1)));
+            if (owner || sameValue(value, it->second)) continue;
+            notice(line, "the editor would write \"" + it->second + "\" for " + key + "; the line is kept as written");
+            held_.insert(key);
+            keep(line);
+            continue;
+        }
+        if (!owner) {
+            keep(line);
+            continue;
+        }
+        ownLine(*owner, line, suffixStart(owner, key));
+    }
+    // Managed keys kept as written, and the keys a file without them does not gain, are held
+    // back by the writer while the editor's value stays the one it has now.
+    for (std::string_view key : {"displayname", "guestos", "numvcpus", "memsize"}) {
+        if (!seen_.count(std::string(key))) held_.insert(std::string(key));
+    }
+    for (const std::string& key : held_) {
+        if (auto it = written.find(key); it != written.end()) c_.heldKeys[key] = it->second;
+    }
+}
+
+void Loader::finish() {
+    // Clustering lines: the writer puts its fixed clustering block right after "disk.locking",
+    // so when clustering is on, a fixed line that follows that key is the block's own and is
+    // consumed (it is written again); any other is read like every line, e.g. a disk's own mode.
+    for (auto& [line, key] : clusterLines_) {
+        if (c_.advanced.clusterEnabled && line.index > clusterKeyLine_) continue;
+        dispatch(line, key, valueOf(trimBlanks(line.text.substr(line.text.find('=') + 1))));
+    }
+    resolveProduct();
+    checkProcessors();
+    addProcessorsAndMemory();
+    buildDevices();
+    keepLinesTheWriterDrops();
+    attachOwnedLines();
+
+    std::stable_sort(kept_.begin(), kept_.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
+    c_.keptLines.reserve(kept_.size());
+    for (auto& [index, text] : kept_) c_.keptLines.push_back(std::move(text));
+}
+
+}  // namespace arden::load
