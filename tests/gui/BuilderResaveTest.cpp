@@ -11,15 +11,6 @@ using arden::test::readBytes;
 using arden::test::ScratchDir;
 using arden::test::writeBytes;
 
-std::unique_ptr<Builder> openFile(const std::filesystem::path& file) {
-    auto b = std::make_unique<Builder>();
-    b->EditExistingFile = true;
-    b->ExistingVmxFileName = qpath(file);
-    b->CreateBackups = false;
-    EXPECT_TRUE(b->start());
-    return b;
-}
-
 }  // namespace
 
 TEST(BuilderResave, NewerFileKeepsItsNumbersUntilAnotherVersionIsPicked) {

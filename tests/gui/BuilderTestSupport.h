@@ -26,18 +26,23 @@ inline std::unique_ptr<Builder> newMachine(const QString& name, const std::files
     return b;
 }
 
-// Copies a corpus file into `folder` and opens the copy; the script records the prompts.
+// Opens a file for editing; the script records the prompts.
+inline std::unique_ptr<Builder> openFile(const std::filesystem::path& file, bool backups = false) {
+    auto b = std::make_unique<Builder>();
+    b->EditExistingFile = true;
+    b->ExistingVmxFileName = qpath(file);
+    b->CreateBackups = backups;
+    EXPECT_TRUE(b->start());
+    return b;
+}
+
+// Copies a corpus file into `folder` and opens the copy.
 inline std::unique_ptr<Builder> openCopy(const std::string& corpusName, const std::filesystem::path& folder,
                                          bool backups = false) {
     const std::filesystem::path copy = folder / corpusName;
     std::filesystem::copy_file(arden::test::corpusDir() / "vmx" / corpusName, copy,
                                std::filesystem::copy_options::overwrite_existing);
-    auto b = std::make_unique<Builder>();
-    b->EditExistingFile = true;
-    b->ExistingVmxFileName = qpath(copy);
-    b->CreateBackups = backups;
-    EXPECT_TRUE(b->start());
-    return b;
+    return openFile(copy, backups);
 }
 
 inline QStringList entries(QComboBox* list) {
