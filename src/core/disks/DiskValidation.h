@@ -47,8 +47,18 @@ struct DiskRequestCheck {
 // "Disk Size must be Numeric!", naming what was typed.
 Message notNumericMessage(std::string_view typed);
 
-// Checks in order: too small, too large, a file of the disk already there; then collects the
-// questions (a large single preallocated disk, an IDE disk above 128 GiB).
+// The longest disk name (without ".vmdk"): its extent names ("-s001.vmdk") and the
+// temporary file the descriptor is written through still fit a 255-byte file name.
+inline constexpr std::size_t kMaxDiskNameBytes = 240;
+
+// Refuses a disk's file name (with or without ".vmdk") that would break a reader of the
+// descriptor: nothing before ".vmdk", a double quote (it ends the name in an extent line), a
+// control character, a folder separator, or more than kMaxDiskNameBytes bytes.
+std::optional<Message> checkDiskName(std::string_view fileName);
+
+// Checks in order: the name, the folder, too small, too large, a file of the disk already
+// there; then collects the questions (a large single preallocated disk, an IDE disk above
+// 128 GiB).
 DiskRequestCheck checkNewDisk(const NewDiskRequest& request, const DiskMaxima& maxima = {});
 
 }  // namespace arden::disks
