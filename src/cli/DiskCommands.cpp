@@ -85,7 +85,7 @@ int runDiskCreate(Args args) {
     std::optional<DiskAdapter> adapter = adapterFromText(*adapterName);
     if (!adapter) return badValue("--adapter", *adapterName, "ide, buslogic or lsilogic");
     std::optional<DiskKind> kind = diskKindFromName(*typeName);
-    if (!kind) return badValue("--type", *typeName, "growable, growable-split, preallocated or preallocated-split");
+    if (!kind) return badValue("--type", *typeName, "growable, growable-split, growable-descriptor, preallocated or preallocated-split");
     std::optional<SizeUnit> unit = size->empty() ? std::nullopt : unitOf(size->back());
     if (!unit) return badValue("--size", *size, "a number and a unit: s (sectors), K, M or G, e.g. 204800s, 100M, 20G");
 

@@ -80,7 +80,7 @@ TEST(CliDisk, UsageErrorsSayWhatIsAllowed) {
     ScratchDir dir;
     const std::pair<std::vector<std::string>, const char*> cases[] = {
         {create(dir / "x.vmdk", "100M", "scsi", "growable"), "ide, buslogic or lsilogic"},
-        {create(dir / "x.vmdk", "100M", "ide", "sparse"), "growable, growable-split, preallocated or preallocated-split"},
+        {create(dir / "x.vmdk", "100M", "ide", "sparse"), "growable, growable-split, growable-descriptor, preallocated or preallocated-split"},
         {create(dir / "x.vmdk", "100", "ide", "growable"), "204800s, 100M, 20G"},
         {create(dir / "x.img", "100M", "ide", "growable"), "must be NAME.vmdk"},
         {{"disk", "create", (dir / "x.vmdk").string(), "--size", "100M"}, "needs --size, --adapter and --type"},

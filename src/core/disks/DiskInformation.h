@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "core/disks/DiskTypes.h"
 #include "core/support/Message.h"
 
 namespace arden::disks {
@@ -55,9 +56,6 @@ DiskReadResult readDiskInformation(const std::filesystem::path& path);
 
 // The summary lines, separated by CR LF, as the summary box shows them.
 std::string diskSummaryText(const DiskInformation& info);
-
-// The bus of the node a hard disk sits on.
-enum class DiskBus { Ide, Scsi };
 
 // The line shown below the summary when the disk's adapter type belongs to the other bus
 // than the node the disk sits on (an "ide" disk on a SCSI node, a SCSI disk on an IDE node);

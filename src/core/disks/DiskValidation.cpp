@@ -5,6 +5,7 @@
 #include <cmath>
 #include <string>
 
+#include "core/disks/DiskInformation.h"
 #include "core/disks/DiskTexts.h"
 #include "core/support/TextUtil.h"
 
@@ -102,16 +103,25 @@ std::optional<Message> checkDiskName(std::string_view fileName) {
                    {TextPart::fixed("The disk name " + shown + " cannot be used: " + problem + ".")}};
 }
 
+std::optional<Message> checkDiskFolder(const std::filesystem::path& folder) {
+    std::error_code ec;
+    std::string problem;
+    if (folder.empty()) problem = "No folder is chosen for the new disk; choose the folder it is made in.";
+    else if (!std::filesystem::is_directory(folder, ec))
+        problem = "The folder \"" + folder.string() + "\" does not exist; choose an existing folder.";
+    if (problem.empty()) return std::nullopt;
+    return Message{MessageKind::Warning, {TextPart::fixed("Invalid Disk Location")}, {TextPart::fixed(problem)}};
+}
+
+std::string sizeRangeText(DiskAdapter adapter, const DiskMaxima& maxima) {
+    return diskSizeText(kMinimumDiskSectors) + " to " + diskSizeText(maximumSectors(adapter, maxima));
+}
+
 DiskRequestCheck checkNewDisk(const NewDiskRequest& request, const DiskMaxima& maxima) {
     DiskRequestCheck check;
     if ((check.refusal = checkDiskName(request.descriptorPath.filename().string()))) return check;
     std::filesystem::path folder = request.descriptorPath.parent_path();
-    std::error_code folderError;
-    if (!folder.empty() && !std::filesystem::is_directory(folder, folderError)) {
-        check.refusal = Message{MessageKind::Warning, {TextPart::fixed("Invalid Disk Location")},
-                                {TextPart::fixed("The folder \"" + folder.string() + "\" does not exist; choose an existing folder.")}};
-        return check;
-    }
+    if (!folder.empty() && (check.refusal = checkDiskFolder(folder))) return check;
     const std::int64_t t = request.totalSectors;
     if (t < kMinimumDiskSectors) {
         check.refusal = diskMessage(MessageKind::Information, text::kInvalidDiskSize, text::kDiskTooSmall);
