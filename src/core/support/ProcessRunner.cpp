@@ -133,8 +133,17 @@ ProcessResult runProcess(const fs::path& program, const std::vector<std::string>
     for (std::string& a : args) argv.push_back(a.data());
     argv.push_back(nullptr);
 
+    // A program that may be stopped gets a process group of its own, so that a stop reaches
+    // whatever it started too (a killed shell's children would otherwise hold the pipe open).
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    if (stop) {
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+        posix_spawnattr_setpgroup(&attributes, 0);
+    }
     pid_t pid = 0;
-    int spawnError = ::posix_spawn(&pid, programText.c_str(), &actions, nullptr, argv.data(), environ);
+    int spawnError = ::posix_spawn(&pid, programText.c_str(), &actions, &attributes, argv.data(), environ);
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     ::close(errPipe[1]);
     if (spawnError != 0) {
@@ -151,9 +160,9 @@ ProcessResult runProcess(const fs::path& program, const std::vector<std::string>
         if (idle) idle();
         if (!result.stopped && stop && stop()) {
             result.stopped = true;
-            ::kill(pid, SIGTERM);
-        } else if (result.stopped && ++waitedAfterStop == 40) {
-            ::kill(pid, SIGKILL);
+            ::kill(-pid, SIGTERM);
+        } else if (result.stopped && ++waitedAfterStop == 20) {
+            ::kill(-pid, SIGKILL);
         }
     };
     const bool polling = idle || stop;

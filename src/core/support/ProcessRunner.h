@@ -24,7 +24,8 @@ struct ProcessResult {
 // handling its events during the wait.
 using ProcessIdle = std::function<void()>;
 
-// Asked as often as `idle`; true ends the program (SIGTERM, then SIGKILL after a second).
+// Asked as often as `idle`; true ends the program and whatever it started (SIGTERM to its
+// process group, SIGKILL about a second later).
 using ProcessStop = std::function<bool()>;
 
 // Runs `program` with `arguments` (not including the program name) and waits for it to end.
