@@ -8,6 +8,8 @@
 
 #ifndef _WIN32
 #include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 #endif
 
@@ -66,6 +68,13 @@ FileError DiskFile::allocate(std::int64_t offset, std::int64_t length, bool& uns
     unsupported = err == EOPNOTSUPP || err == EINVAL;
     if (err == 0 || unsupported) return std::nullopt;
     return failure(path_, err);
+}
+
+void lowerThreadPriority() {
+#ifdef __linux__
+    // On Linux the nice value belongs to the thread, so only the disk writer gives way.
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(::syscall(SYS_gettid)), 10);
+#endif
 }
 
 FileError DiskFile::close() {

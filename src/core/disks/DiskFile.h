@@ -51,6 +51,10 @@ private:
     int handle_ = -1;
 };
 
+// Lets the calling thread give way to the program's other threads (on Linux a thread has a
+// scheduling priority of its own): used by the thread that writes a disk while a window runs.
+void lowerThreadPriority();
+
 // Removes the files that a failed or cancelled creation made; errors are ignored because the
 // creation's own failure is what gets reported.
 void removeFiles(const std::vector<std::filesystem::path>& files);

@@ -63,8 +63,9 @@ bool DiskProgressChannel::report(const DiskProgressState& state) {
 }
 
 DiskProgressState DiskProgressChannel::latest() const {
-    std::lock_guard lock(mutex_);
-    return latest_;
+    std::unique_lock lock(mutex_, std::try_to_lock);
+    if (lock.owns_lock()) lastRead_ = latest_;
+    return lastRead_;
 }
 
 }  // namespace arden::disks

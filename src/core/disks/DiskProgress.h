@@ -45,6 +45,8 @@ std::string progressStepText(DiskStep step);
 class DiskProgressChannel {
 public:
     bool report(const DiskProgressState& state);
+    // Never waits for the maker: when it is storing a state right now, the state read the
+    // time before is returned (a window must not stall on a thread that is writing a disk).
     DiskProgressState latest() const;
     void cancel() { cancelled_ = true; }
     bool cancelled() const { return cancelled_; }
@@ -52,6 +54,7 @@ public:
 private:
     mutable std::mutex mutex_;
     DiskProgressState latest_;
+    mutable DiskProgressState lastRead_;
     std::atomic<bool> cancelled_{false};
 };
 

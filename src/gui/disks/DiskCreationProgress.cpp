@@ -7,6 +7,7 @@
 #include <atomic>
 #include <thread>
 
+#include "core/disks/DiskFile.h"
 #include "core/disks/DiskProgress.h"
 #include "core/shell/GetText.h"
 #include "gui/support/UiText.h"
@@ -49,6 +50,7 @@ DiskCreationResult runDiskCreation(QWidget* parent, const NewDiskRequest& reques
     });
 
     std::thread worker([&] {
+        lowerThreadPriority();
         result = createDisk(request, [&](const DiskProgressState& s) { return channel.report(s); }, options);
         finished = true;
     });
