@@ -42,22 +42,20 @@ int badValue(const std::string& option, const std::string& given, const std::str
     return usageError(option + " '" + given + "' is not allowed; use " + allowed);
 }
 
-// Shows progress on a terminal and turns Ctrl-C into a cancel.
+// Shows progress on a terminal, one line rewritten in place, and turns Ctrl-C into a cancel.
 class TerminalProgress {
 public:
-    explicit TerminalProgress(const std::string& file) : file_(file), show_(::isatty(STDERR_FILENO) == 1) {
-        previous_ = std::signal(SIGINT, onInterrupt);
-    }
+    TerminalProgress() : show_(::isatty(STDERR_FILENO) == 1) { previous_ = std::signal(SIGINT, onInterrupt); }
     ~TerminalProgress() {
         std::signal(SIGINT, previous_);
         if (shown_) std::cerr << '\n';
     }
-    bool operator()(std::int64_t done, std::int64_t total) {
-        if (show_ && total > 0) {
-            int percent = static_cast<int>(done * 100 / total);
-            if (percent != lastPercent_) {
-                std::cerr << "\rWriting " << file_ << ": " << percent << "%" << std::flush;
-                lastPercent_ = percent;
+    bool operator()(const DiskProgressState& state) {
+        if (show_) {
+            std::string line = progressStepText(state.step) + " " + state.currentFile + ": " + progressAmountText(state);
+            if (line != lastLine_) {
+                std::cerr << "\r\033[K" << line << std::flush;
+                lastLine_ = std::move(line);
                 shown_ = true;
             }
         }
@@ -65,10 +63,9 @@ public:
     }
 
 private:
-    std::string file_;
     bool show_;
     bool shown_ = false;
-    int lastPercent_ = -1;
+    std::string lastLine_;
     void (*previous_)(int) = SIG_DFL;
 };
 
@@ -88,7 +85,7 @@ int runDiskCreate(Args args) {
     std::optional<DiskAdapter> adapter = adapterFromText(*adapterName);
     if (!adapter) return badValue("--adapter", *adapterName, "ide, buslogic or lsilogic");
     std::optional<DiskKind> kind = diskKindFromName(*typeName);
-    if (!kind) return badValue("--type", *typeName, "growable, growable-split, preallocated or preallocated-split");
+    if (!kind) return badValue("--type", *typeName, "growable, growable-split, growable-descriptor, preallocated or preallocated-split");
     std::optional<SizeUnit> unit = size->empty() ? std::nullopt : unitOf(size->back());
     if (!unit) return badValue("--size", *size, "a number and a unit: s (sectors), K, M or G, e.g. 204800s, 100M, 20G");
 
@@ -116,7 +113,7 @@ int runDiskCreate(Args args) {
 
     DiskCreationResult result;
     {
-        TerminalProgress progress(file);
+        TerminalProgress progress;
         result = createDisk(request, std::ref(progress));
     }
     if (result.cancelled) {

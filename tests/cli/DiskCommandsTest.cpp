@@ -1,5 +1,6 @@
 // arden-forge-cli disk create / disk info as a user runs them.
 #include "CliRunner.h"
+#include "core/support/ProcessRunner.h"
 
 using arden::test::runCli;
 using arden::test::ScratchDir;
@@ -54,6 +55,9 @@ TEST(CliDisk, RefusalsAndQuestionsCreateNothing) {
         {"268435457s", "ide", "growable-split", "Invalid Disk Size: Disk Size too large!  Maximum Size is 128/256/950 Gb\n"},
         {"257G", "buslogic", "preallocated-split", "Invalid Disk Size: Disk Size too large!  Maximum Size is 128/256/950 Gb\n"},
         {"tenM", "ide", "growable-split", "Invalid Disk Size: Disk Size must be Numeric! (\"ten\")\n"},
+        {"1e-400G", "ide", "growable-split", "Invalid Disk Size: Disk Size too small!  Minimum Size is 100 Mb\n"},
+        {"-1e-400G", "ide", "growable-split", "Invalid Disk Size: Disk Size too small!  Minimum Size is 100 Mb\n"},
+        {"1e400G", "ide", "growable-split", "Invalid Disk Size: Disk Size too large!  Maximum Size is 128/256/950 Gb\n"},
         {"4193793s", "lsilogic", "preallocated",
          "Disk larger than 1.99Gb: Warning - you need to have double this size available on your hard drive for temporary "
          "files.  Also, the append operation will be slow.  Do you want to continue?\nAnswered No"},
@@ -80,7 +84,7 @@ TEST(CliDisk, UsageErrorsSayWhatIsAllowed) {
     ScratchDir dir;
     const std::pair<std::vector<std::string>, const char*> cases[] = {
         {create(dir / "x.vmdk", "100M", "scsi", "growable"), "ide, buslogic or lsilogic"},
-        {create(dir / "x.vmdk", "100M", "ide", "sparse"), "growable, growable-split, preallocated or preallocated-split"},
+        {create(dir / "x.vmdk", "100M", "ide", "sparse"), "growable, growable-split, growable-descriptor, preallocated or preallocated-split"},
         {create(dir / "x.vmdk", "100", "ide", "growable"), "204800s, 100M, 20G"},
         {create(dir / "x.img", "100M", "ide", "growable"), "must be NAME.vmdk"},
         {{"disk", "create", (dir / "x.vmdk").string(), "--size", "100M"}, "needs --size, --adapter and --type"},
@@ -107,6 +111,48 @@ TEST(CliDisk, InfoOnFilesThatAreNotDisks) {
         EXPECT_NE(run.err.find("Unable to Read current disk (" + file.string()), std::string::npos) << run.err;
         EXPECT_TRUE(run.out.empty());
     }
+}
+
+TEST(CliDisk, InfoRefusesSizesNoDiskCanHave) {
+    ScratchDir dir;
+    arden::test::writeBytes(dir / "huge.vmdk", "# Disk DescriptorFile\nversion=1\ncreateType=\"twoGbMaxExtentFlat\"\n"
+                                               "RW 9223372036854775807 FLAT \"huge-f001.vmdk\" 0\nRW 1 FLAT \"huge-f002.vmdk\" 0\n");
+    auto run = runCli({"disk", "info", (dir / "huge.vmdk").string()});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_TRUE(run.out.empty()) << run.out;
+    EXPECT_NE(run.err.find("a size no disk can have"), std::string::npos) << run.err;
+}
+
+TEST(CliDisk, NamesThatBreakReadersAreRefusedAndAwkwardOnesWork) {
+    ScratchDir dir;
+    const std::pair<std::string, const char*> refused[] = {
+        {"say \"hi\".vmdk", "it holds a double quote"},
+        {"line\nbreak.vmdk", "it holds a control character"},
+        {std::string(241, 'n') + ".vmdk", "it is 241 bytes long; at most 240 are allowed"}};
+    for (const auto& [name, why] : refused) {
+        auto run = runCli(create(dir / name, "100M", "ide", "growable-split"));
+        EXPECT_EQ(run.exitCode, 1) << name;
+        EXPECT_EQ(run.err.rfind("Invalid Disk Name: The disk name \"", 0), 0u) << run.err;
+        EXPECT_NE(run.err.find(why), std::string::npos) << run.err;
+    }
+    EXPECT_TRUE(namesIn(dir.path()).empty());
+
+    // 240 characters: the extents and the temporary descriptor still fit a file name.
+    const std::string longest(240, 'n');
+    for (const char* type : {"growable-split", "preallocated"}) {
+        fs::path folder = dir / type;
+        fs::create_directories(folder);
+        auto run = runCli(create(folder / (longest + ".vmdk"), "100M", "ide", type));
+        EXPECT_EQ(run.exitCode, 0) << run.err;
+        auto info = runCli({"disk", "info", (folder / (longest + ".vmdk")).string()});
+        EXPECT_NE(info.out.find("Size: 204800 sectors (100 Mb)"), std::string::npos) << info.err;
+    }
+
+    // A relative name with ":" reaches qemu-img as a file, not as a protocol prefix.
+    if (!arden::findProgram("qemu-img")) GTEST_SKIP() << "qemu-img is not installed";
+    auto colon = runCli(create("at:10.vmdk", "100M", "ide", "growable"), "cd " + arden::test::shellQuote(dir.path().string()) + " &&");
+    EXPECT_EQ(colon.exitCode, 0) << colon.err;
+    EXPECT_TRUE(fs::exists(dir / "at:10.vmdk"));
 }
 
 TEST(CliDisk, FolderWithoutWritePermission) {

@@ -4,26 +4,27 @@
 // itself, then the descriptor. A failed or cancelled creation removes every file it made.
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "core/disks/DiskProgress.h"
 #include "core/disks/NewDisk.h"
 #include "core/support/Message.h"
-#include "core/support/ProcessRunner.h"
 
 namespace arden::disks {
 
-// Reports progress as (done, total) in steps the caller need not interpret: bytes reserved
-// for preallocated disks, extents written for split growable ones. Returning false cancels.
-using DiskProgress = std::function<bool(std::int64_t done, std::int64_t total)>;
-
 struct DiskCreationResult {
     bool created = false;
-    bool cancelled = false;                   // the progress callback asked to stop
+    bool cancelled = false;                   // the progress receiver asked to stop
     std::optional<Message> failure;           // set when not created and not cancelled
     std::vector<std::filesystem::path> files; // the files made, descriptor first
+};
+
+struct DiskCreationOptions {
+    // Preallocate by writing zeros even where the file system could reserve the space
+    // itself: the path taken on file systems without that ability, chosen here on purpose.
+    bool writeZeros = false;
 };
 
 // How much space is reserved per step of a preallocated extent (one progress report each).
@@ -35,12 +36,14 @@ std::string qemuImgSizeText(std::int64_t totalSectors);
 
 // The arguments given to qemu-img for a single growable disk. The size carries a "K" unit,
 // since a bare number is read as bytes; the adapter and hardware version are passed so that
-// the disk's descriptor names them as the program's own descriptors do.
+// the disk's descriptor names them as the program's own descriptors do. A relative path
+// is given as "./path", so that a name holding ":" is not taken for a protocol prefix.
 std::vector<std::string> qemuImgArguments(const NewDiskRequest& request);
 
-// Makes the disk. Nothing that exists is ever written over: when one of the disk's files is
-// already there the creation is refused. `idle` runs while an external program works.
+// Makes the disk, reporting to `progress` after each piece of work (each MiB of zeros, each
+// reserved step, each extent, every 50 ms while qemu-img runs). Nothing that exists is ever
+// written over: when one of the disk's files is already there the creation is refused.
 DiskCreationResult createDisk(const NewDiskRequest& request, const DiskProgress& progress = {},
-                              const ProcessIdle& idle = {});
+                              const DiskCreationOptions& options = {});
 
 }  // namespace arden::disks

@@ -45,7 +45,7 @@ std::vector<ExtentPiece> extentPieces(DiskKind kind, std::string_view baseName, 
     }
     std::int64_t left = totalSectors;
     for (int number = 1; left > 0; ++number) {
-        std::int64_t size = std::min(left, info.maxExtentSectors);
+        std::int64_t size = info.maxExtentSectors > 0 ? std::min(left, info.maxExtentSectors) : left;
         pieces.push_back({size, base + std::string(info.extentSuffix) + extentNumberText(number) + ".vmdk"});
         left -= size;
     }

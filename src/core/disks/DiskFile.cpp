@@ -8,6 +8,8 @@
 
 #ifndef _WIN32
 #include <fcntl.h>
+#include <sys/resource.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 #endif
 
@@ -61,11 +63,18 @@ FileError DiskFile::setLength(std::int64_t bytes) {
     return std::nullopt;
 }
 
-FileError DiskFile::reserve(std::int64_t offset, std::int64_t length) {
+FileError DiskFile::allocate(std::int64_t offset, std::int64_t length, bool& unsupported) {
     int err = ::posix_fallocate(handle_, static_cast<off_t>(offset), static_cast<off_t>(length));
-    if (err == 0) return std::nullopt;
-    if (err == EOPNOTSUPP || err == EINVAL) return writeZeros(offset, length);
+    unsupported = err == EOPNOTSUPP || err == EINVAL;
+    if (err == 0 || unsupported) return std::nullopt;
     return failure(path_, err);
+}
+
+void lowerThreadPriority() {
+#ifdef __linux__
+    // On Linux the nice value belongs to the thread, so only the disk writer gives way.
+    ::setpriority(PRIO_PROCESS, static_cast<id_t>(::syscall(SYS_gettid)), 10);
+#endif
 }
 
 FileError DiskFile::close() {
@@ -84,7 +93,7 @@ void DiskFile::discard() {
 }
 
 FileError DiskFile::writeZeros(std::int64_t offset, std::int64_t length) {
-    static const std::string zeros(1 << 20, '\0');
+    static const std::string zeros(kZeroChunkBytes, '\0');
     while (length > 0) {
         std::int64_t n = std::min<std::int64_t>(length, static_cast<std::int64_t>(zeros.size()));
         if (FileError e = writeAt(offset, std::string_view(zeros.data(), static_cast<std::size_t>(n)))) return e;

@@ -14,6 +14,9 @@ namespace arden::disks {
 
 using FileError = std::optional<std::string>;
 
+// Zeros are written in pieces of this size (one progress report each).
+inline constexpr std::int64_t kZeroChunkBytes = std::int64_t{1} << 20;
+
 class DiskFile {
 public:
     // Creates `path`, which must not exist yet.
@@ -31,20 +34,26 @@ public:
     FileError writeAt(std::int64_t offset, std::string_view bytes);
     // Makes the file `bytes` long; a file grown this way holds no data blocks for the new part.
     FileError setLength(std::int64_t bytes);
-    // Reserves real disk space for [offset, offset + length): the file system allocates it
-    // when it can do so directly, otherwise zeros are written. The file grows to cover it.
-    FileError reserve(std::int64_t offset, std::int64_t length);
+    // Asks the file system to reserve real space for [offset, offset + length); the file grows
+    // to cover it. When the file system cannot reserve space directly, `unsupported` is set,
+    // nothing is done and the caller writes zeros instead (writeZeros).
+    FileError allocate(std::int64_t offset, std::int64_t length, bool& unsupported);
+    // Writes `length` zero bytes at `offset`.
+    FileError writeZeros(std::int64_t offset, std::int64_t length);
     FileError close();
     // Closes and removes the file: used when writing it failed or was cancelled.
     void discard();
 
 private:
     DiskFile(std::filesystem::path path, int handle) : path_(std::move(path)), handle_(handle) {}
-    FileError writeZeros(std::int64_t offset, std::int64_t length);
 
     std::filesystem::path path_;
     int handle_ = -1;
 };
+
+// Lets the calling thread give way to the program's other threads (on Linux a thread has a
+// scheduling priority of its own): used by the thread that writes a disk while a window runs.
+void lowerThreadPriority();
 
 // Removes the files that a failed or cancelled creation made; errors are ignored because the
 // creation's own failure is what gets reported.

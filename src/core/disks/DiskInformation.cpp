@@ -4,9 +4,9 @@
 #include <cstdio>
 #include <fstream>
 
+#include "core/disks/DescriptorText.h"
 #include "core/disks/DiskTexts.h"
 #include "core/disks/NewDisk.h"
-#include "core/support/AtomicFile.h"
 #include "core/support/TextUtil.h"
 
 namespace arden::disks {
@@ -15,24 +15,28 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::string_view kCreateTypes[] = {"monolithicSparse", "twoGbMaxExtentSparse", "monolithicFlat",
-                                             "twoGbMaxExtentFlat", "fullDevice", "partitionedDevice"};
+struct CreateType {
+    std::string_view name;
+    int code;  // -1: shown by name only
+};
 
-// The value of the first occurrence of `key`: from the first "=" after the key to the line
-// end, without a blank and an opening quote right after the "=" and without a closing quote.
-std::optional<std::string> keyValue(std::string_view text, std::string_view key) {
-    std::size_t at = text.find(key);
-    if (at == std::string_view::npos) return std::nullopt;
-    std::size_t eq = text.find('=', at);
-    if (eq == std::string_view::npos) return std::nullopt;
-    std::size_t end = text.find('\n', eq);
-    std::string_view value = text.substr(eq + 1, end == std::string_view::npos ? std::string_view::npos : end - eq - 1);
-    if (!value.empty() && value.front() == ' ') value.remove_prefix(1);
-    if (!value.empty() && value.front() == '"') value.remove_prefix(1);
-    while (!value.empty() && isBlank(value.back())) value.remove_suffix(1);
-    if (!value.empty() && value.back() == '"') value.remove_suffix(1);
-    return std::string(value);
-}
+// The create types VMware products write; the first six carry the codes the summary shows.
+constexpr CreateType kCreateTypes[] = {
+    {"monolithicSparse", 0}, {"twoGbMaxExtentSparse", 1}, {"monolithicFlat", 2}, {"twoGbMaxExtentFlat", 3},
+    {"fullDevice", 4}, {"partitionedDevice", 5}, {"streamOptimized", -1}, {"vmfs", -1}, {"vmfsSparse", -1},
+    {"vmfsThin", -1}, {"vmfsPreallocated", -1}, {"vmfsEagerZeroedThick", -1}, {"vmfsRaw", -1}, {"vmfsRDM", -1},
+    {"vmfsRawDeviceMap", -1}, {"vmfsPassthroughRawDeviceMap", -1}, {"seSparse", -1}, {"vsanSparse", -1},
+    {"custom", -1}};
+
+struct AdapterBus {
+    std::string_view adapterType;
+    DiskBus bus;
+};
+
+// The bus of each adapter type VMware writes in "ddb.adapterType".
+constexpr AdapterBus kAdapterBuses[] = {{"ide", DiskBus::Ide},         {"buslogic", DiskBus::Scsi},
+                                        {"lsilogic", DiskBus::Scsi},   {"legacyESX", DiskBus::Scsi},
+                                        {"lsisas1068", DiskBus::Scsi}, {"pvscsi", DiskBus::Scsi}};
 
 // The leading whole number of a value; 0 when it starts with none.
 long leadingNumber(std::string_view value) {
@@ -42,18 +46,24 @@ long leadingNumber(std::string_view value) {
     return n;
 }
 
-// Adds up the sizes of the "RW " extent lines; false when a size is not a number.
-bool sumExtents(std::string_view text, std::int64_t& total, std::string& reason) {
-    constexpr std::string_view kAccess = "RW ";
+// Adds up the sizes of the extent lines with every sum checked; false when a size is not a
+// number of sectors or the total is beyond any disk. Read-only extents (the "RDONLY" of an
+// exported streamOptimized disk) are part of the disk's size as much as "RW" ones.
+bool sumExtents(const std::vector<ExtentLine>& extents, std::int64_t& total, std::string& reason) {
     total = 0;
-    for (std::size_t at = text.find(kAccess); at != std::string_view::npos; at = text.find(kAccess, at)) {
-        at += kAccess.size();
-        std::size_t end = text.find_first_of(" \t\r\n", at);
-        std::string_view size = text.substr(at, end == std::string_view::npos ? std::string_view::npos : end - at);
+    for (const ExtentLine& e : extents) {
         std::int64_t sectors = 0;
-        auto [ptr, ec] = std::from_chars(size.data(), size.data() + size.size(), sectors);
-        if (ec != std::errc() || ptr != size.data() + size.size() || sectors < 0) {
-            reason = "the extent size \"" + std::string(size.substr(0, 40)) + "\" is not a number of sectors";
+        const char* first = e.sizeText.data();
+        const char* last = first + e.sizeText.size();
+        auto [ptr, ec] = std::from_chars(first, last, sectors);
+        const bool digitsOnly = !e.sizeText.empty() && e.sizeText.front() != '-' && ptr == last;
+        if (!digitsOnly || (ec != std::errc() && ec != std::errc::result_out_of_range)) {
+            reason = "the extent size \"" + e.sizeText.substr(0, 40) + "\" is not a number of sectors";
+            return false;
+        }
+        if (ec == std::errc::result_out_of_range || sectors > kMaxReadableSectors - total) {
+            reason = "the extent sizes add up to more than " + std::to_string(kMaxReadableSectors) +
+                     " sectors (8 EiB), a size no disk can have";
             return false;
         }
         total += sectors;
@@ -78,8 +88,8 @@ DiskReadResult unreadable(const fs::path& path, const std::string& reason) {
 }  // namespace
 
 std::optional<int> createTypeCode(std::string_view createType) {
-    for (int i = 0; i < static_cast<int>(std::size(kCreateTypes)); ++i) {
-        if (kCreateTypes[i] == createType) return i;
+    for (const CreateType& t : kCreateTypes) {
+        if (t.name == createType) return t.code;
     }
     return std::nullopt;
 }
@@ -97,30 +107,31 @@ std::string diskSizeText(std::int64_t totalSectors) {
 }
 
 std::optional<DiskInformation> parseDescriptor(std::string_view text, std::string& reason) {
+    const DescriptorLines lines = descriptorLines(text);
     DiskInformation info;
-    info.cid = keyValue(text, "CID").value_or("");
-    info.hardwareVersion = keyValue(text, "ddb.virtualHWVersion").value_or("");
-    std::optional<std::string> createType = keyValue(text, "createType=");
+    info.cid = lines.value("CID").value_or("");
+    info.hardwareVersion = lines.value("ddb.virtualHWVersion").value_or("");
+    std::optional<std::string> createType = lines.value("createType");
     if (!createType) {
         reason = "no createType found";
         return std::nullopt;
     }
     std::optional<int> code = createTypeCode(*createType);
     if (!code) {
-        reason = "the create type \"" + createType->substr(0, 40) + "\" is not one this program reads";
+        reason = "the create type \"" + createType->substr(0, 40) + "\" is not one VMware writes";
         return std::nullopt;
     }
     info.createType = *createType;
     info.createTypeCode = *code;
-    if (!sumExtents(text, info.totalSectors, reason)) return std::nullopt;
+    if (!sumExtents(lines.extents, info.totalSectors, reason)) return std::nullopt;
     info.sizeText = diskSizeText(info.totalSectors);
-    info.adapterType = keyValue(text, "ddb.adapterType").value_or("");
-    info.cylinders = leadingNumber(keyValue(text, "ddb.geometry.cylinders").value_or(""));
-    info.heads = leadingNumber(keyValue(text, "ddb.geometry.heads").value_or(""));
-    info.sectors = leadingNumber(keyValue(text, "ddb.geometry.sectors").value_or(""));
-    std::optional<std::string> biosCylinders = keyValue(text, "ddb.geometry.biosCylinders");
-    std::optional<std::string> biosHeads = keyValue(text, "ddb.geometry.biosHeads");
-    std::optional<std::string> biosSectors = keyValue(text, "ddb.geometry.biosSectors");
+    info.adapterType = lines.value("ddb.adapterType").value_or("");
+    info.cylinders = leadingNumber(lines.value("ddb.geometry.cylinders").value_or(""));
+    info.heads = leadingNumber(lines.value("ddb.geometry.heads").value_or(""));
+    info.sectors = leadingNumber(lines.value("ddb.geometry.sectors").value_or(""));
+    std::optional<std::string> biosCylinders = lines.value("ddb.geometry.biosCylinders");
+    std::optional<std::string> biosHeads = lines.value("ddb.geometry.biosHeads");
+    std::optional<std::string> biosSectors = lines.value("ddb.geometry.biosSectors");
     info.biosGeometryPresent = biosCylinders || biosHeads || biosSectors;
     info.biosCylinders = leadingNumber(biosCylinders.value_or(""));
     info.biosHeads = leadingNumber(biosHeads.value_or(""));
@@ -129,28 +140,22 @@ std::optional<DiskInformation> parseDescriptor(std::string_view text, std::strin
 }
 
 DiskReadResult readDiskInformation(const fs::path& path) {
-    std::error_code ec;
-    if (!fs::is_regular_file(path, ec)) return unreadable(path, ec ? ec.message() : "not a file");
-    std::uintmax_t size = fs::file_size(path, ec);
-    if (ec) return unreadable(path, ec.message());
-
-    std::string text;
-    if (size > kDescriptorFileMaxBytes) {
-        std::ifstream in(path, std::ios::binary);
-        text.resize(kEmbeddedReadBytes);
-        in.read(text.data(), static_cast<std::streamsize>(text.size()));
-        if (!in && in.gcount() <= 0) return unreadable(path, "the file cannot be read");
-        text.resize(static_cast<std::size_t>(in.gcount()));
-    } else {
-        std::string error;
-        std::optional<std::string> whole = readWholeFile(path, error);
-        if (!whole) return unreadable(path, error);
-        text = std::move(*whole);
-    }
-
     std::string reason;
-    std::optional<DiskInformation> info = parseDescriptor(text, reason);
-    if (!info) return unreadable(path, reason);
+    std::optional<std::string> text = readDescriptorText(path, reason);
+    std::optional<DiskInformation> info;
+    if (text) info = parseDescriptor(*text, reason);
+    if (!info) {
+        // An extent chosen instead of its descriptor: name the descriptor that holds it.
+        std::error_code ec;
+        if (fs::is_regular_file(path, ec)) {
+            if (std::optional<fs::path> owner = descriptorNamingExtent(path)) {
+                reason = "it is an extent of the disk " + owner->filename().string() + "; choose " + owner->string() +
+                         " instead";
+            }
+        }
+        return unreadable(path, reason);
+    }
+    std::error_code ec;
     fs::path full = fs::absolute(path, ec);
     if (ec) full = path;
     info->folder = full.parent_path().string();
@@ -162,7 +167,8 @@ std::string diskSummaryText(const DiskInformation& info) {
     std::string text;
     text += lineOf("Disk Path: ", info.folder);
     text += lineOf("Disk Name: ", info.name);
-    text += lineOf("Disk Type: ", info.createType + " (" + std::to_string(info.createTypeCode) + ")");
+    text += lineOf("Disk Type: ", info.createTypeCode < 0 ? info.createType
+                                                          : info.createType + " (" + std::to_string(info.createTypeCode) + ")");
     text += lineOf("Adapter Type: ", info.adapterType);
     text += lineOf("Size: ", std::to_string(info.totalSectors) + " sectors (" + info.sizeText + ")");
     text += lineOf("Geometry: ", geometryText(info.cylinders, info.heads, info.sectors));
@@ -174,9 +180,24 @@ std::string diskSummaryText(const DiskInformation& info) {
     return text;
 }
 
-Message diskSummaryMessage(const DiskInformation& info) {
-    return Message{MessageKind::Information, {TextPart::fromId(text::kCurrentDiskInformation)},
-                   {TextPart::fixed(diskSummaryText(info))}};
+std::string adapterMismatchText(std::string_view adapterType, DiskBus nodeBus) {
+    std::optional<DiskBus> diskBus;
+    for (const AdapterBus& a : kAdapterBuses) {
+        if (a.adapterType == adapterType) diskBus = a.bus;
+    }
+    if (!diskBus || *diskBus == nodeBus) return {};
+    const char* made = *diskBus == DiskBus::Ide ? "an IDE" : "a SCSI";
+    const char* node = nodeBus == DiskBus::Ide ? "an IDE" : "a SCSI";
+    return "This disk was made for " + std::string(made) + " adapter (adapter type \"" + std::string(adapterType) +
+           "\"), but it sits on " + node + " node.";
+}
+
+Message diskSummaryMessage(const DiskInformation& info, std::optional<DiskBus> nodeBus) {
+    std::string text = diskSummaryText(info);
+    if (nodeBus) {
+        if (std::string note = adapterMismatchText(info.adapterType, *nodeBus); !note.empty()) text += "\r\n\r\n" + note;
+    }
+    return Message{MessageKind::Information, {TextPart::fromId(text::kCurrentDiskInformation)}, {TextPart::fixed(text)}};
 }
 
 }  // namespace arden::disks

@@ -19,6 +19,7 @@ constexpr DiskKindInfo kKinds[] = {
     {DiskKind::GrowableSplit, "growable-split", "twoGbMaxExtentSparse", "SPARSE", "-s", true, 4192256, false},
     {DiskKind::Preallocated, "preallocated", "monolithicFlat", "FLAT", "-flat", false, 0, true},
     {DiskKind::PreallocatedSplit, "preallocated-split", "twoGbMaxExtentFlat", "FLAT", "-f", true, 4193792, true},
+    {DiskKind::GrowableDescriptor, "growable-descriptor", "twoGbMaxExtentSparse", "SPARSE", "-s", true, 0, false},
 };
 
 }  // namespace
@@ -39,6 +40,11 @@ std::optional<DiskKind> diskKindFromName(std::string_view name) {
         if (k.name == name) return k.kind;
     }
     return std::nullopt;
+}
+
+DiskAdapter adapterForNode(DiskBus bus, std::string_view scsiControllerType) {
+    if (bus == DiskBus::Ide) return DiskAdapter::Ide;
+    return scsiControllerType == "buslogic" ? DiskAdapter::BusLogic : DiskAdapter::LsiLogic;
 }
 
 std::int64_t roundHalfEven(double value) {

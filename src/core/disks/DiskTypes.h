@@ -11,8 +11,13 @@ inline constexpr std::int64_t kSectorBytes = 512;
 
 enum class DiskAdapter { Ide, BusLogic, LsiLogic };
 
+// The bus of the node a hard disk sits on.
+enum class DiskBus { Ide, Scsi };
+
 // The disk kinds, numbered as the create-disk dialog numbers its disk-type choice.
-enum class DiskKind { Growable = 0, GrowableSplit = 1, Preallocated = 2, PreallocatedSplit = 3 };
+// GrowableDescriptor is a growable disk in one sparse extent with a descriptor file of its
+// own beside it: the split growable layout with a single extent of any size.
+enum class DiskKind { Growable = 0, GrowableSplit = 1, Preallocated = 2, PreallocatedSplit = 3, GrowableDescriptor = 4 };
 
 struct AdapterInfo {
     DiskAdapter adapter;
@@ -36,6 +41,11 @@ inline std::string_view adapterText(DiskAdapter adapter) { return adapterInfo(ad
 
 const DiskKindInfo& diskKindInfo(DiskKind kind);
 std::optional<DiskKind> diskKindFromName(std::string_view name);
+
+// The adapter a new disk gets on a node of `bus`: "ide" on IDE; on SCSI the controller's
+// own type when it is "buslogic", otherwise "lsilogic" (the adapter type VMware writes for
+// its LSI Logic controllers).
+DiskAdapter adapterForNode(DiskBus bus, std::string_view scsiControllerType);
 
 // Converts to an integer by rounding to the nearest integer, halves to the even neighbour
 // (2.5 gives 2, 3.5 gives 4). Every rounding in the disk arithmetic is this one.

@@ -1,9 +1,11 @@
 #include "core/disks/DiskValidation.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <string>
 
+#include "core/disks/DiskInformation.h"
 #include "core/disks/DiskTexts.h"
 #include "core/support/TextUtil.h"
 
@@ -36,6 +38,22 @@ bool looksNumeric(std::string_view s) {
     return i == s.size();
 }
 
+// For a number out of the range of a double: true when it is too close to zero (1e-400)
+// rather than too large (1e400), judged from its mantissa and exponent.
+bool underflows(std::string_view s) {
+    std::size_t e = s.find_first_of("eE");
+    if (e == std::string_view::npos) return false;  // plain digits are never too small
+    double mantissa = 0;
+    std::from_chars(s.data() + (s.front() == '-' ? 1 : 0), s.data() + e, mantissa);
+    long exponent = 0;
+    std::string_view exponentText = s.substr(e + 1);
+    if (!exponentText.empty() && exponentText.front() == '+') exponentText.remove_prefix(1);
+    auto [ptr, ec] = std::from_chars(exponentText.data(), exponentText.data() + exponentText.size(), exponent);
+    if (ec == std::errc::result_out_of_range) return exponentText.front() == '-';
+    if (mantissa == 0.0) return true;
+    return std::log10(std::fabs(mantissa)) + static_cast<double>(exponent) < 0;
+}
+
 }  // namespace
 
 std::int64_t sectorsPerUnit(SizeUnit unit) { return kSectorsPerUnit[static_cast<int>(unit)]; }
@@ -46,7 +64,7 @@ std::optional<std::int64_t> sizeTextToSectors(std::string_view text, SizeUnit un
     if (s.front() == '+') s.remove_prefix(1);
     double value = 0;
     auto [end, ec] = std::from_chars(s.data(), s.data() + s.size(), value);
-    if (ec == std::errc::result_out_of_range) value = s.front() == '-' ? -kBeyondAnyDisk : kBeyondAnyDisk;
+    if (ec == std::errc::result_out_of_range) value = underflows(s) ? 0.0 : s.front() == '-' ? -kBeyondAnyDisk : kBeyondAnyDisk;
     else if (ec != std::errc() || end != s.data() + s.size()) return std::nullopt;
     double sectors = value * static_cast<double>(sectorsPerUnit(unit));
     if (!std::isfinite(sectors) || std::fabs(sectors) > kBeyondAnyDisk) sectors = sectors < 0 ? -kBeyondAnyDisk : kBeyondAnyDisk;
@@ -67,8 +85,43 @@ Message notNumericMessage(std::string_view typed) {
                        "\"" + std::string(typed) + "\"");
 }
 
+std::optional<Message> checkDiskName(std::string_view fileName) {
+    constexpr std::string_view kExtension = ".vmdk";
+    std::string_view name = fileName;
+    if (name.ends_with(kExtension)) name.remove_suffix(kExtension.size());
+    const std::string shown = "\"" + std::string(fileName.substr(0, 300)) + "\"";
+    std::string problem;
+    if (name.empty()) problem = "there is nothing before \".vmdk\"";
+    else if (name.find('"') != std::string_view::npos) problem = "it holds a double quote (\"), which ends the name inside the descriptor";
+    else if (std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }))
+        problem = "it holds a control character (a tab, a line break or another invisible character)";
+    else if (name.find_first_of("/\\") != std::string_view::npos) problem = "it holds a folder separator (/ or \\); choose the folder separately";
+    else if (name.size() > kMaxDiskNameBytes)
+        problem = "it is " + std::to_string(name.size()) + " bytes long; at most " + std::to_string(kMaxDiskNameBytes) + " are allowed";
+    if (problem.empty()) return std::nullopt;
+    return Message{MessageKind::Warning, {TextPart::fixed("Invalid Disk Name")},
+                   {TextPart::fixed("The disk name " + shown + " cannot be used: " + problem + ".")}};
+}
+
+std::optional<Message> checkDiskFolder(const std::filesystem::path& folder) {
+    std::error_code ec;
+    std::string problem;
+    if (folder.empty()) problem = "No folder is chosen for the new disk; choose the folder it is made in.";
+    else if (!std::filesystem::is_directory(folder, ec))
+        problem = "The folder \"" + folder.string() + "\" does not exist; choose an existing folder.";
+    if (problem.empty()) return std::nullopt;
+    return Message{MessageKind::Warning, {TextPart::fixed("Invalid Disk Location")}, {TextPart::fixed(problem)}};
+}
+
+std::string sizeRangeText(DiskAdapter adapter, const DiskMaxima& maxima) {
+    return diskSizeText(kMinimumDiskSectors) + " to " + diskSizeText(maximumSectors(adapter, maxima));
+}
+
 DiskRequestCheck checkNewDisk(const NewDiskRequest& request, const DiskMaxima& maxima) {
     DiskRequestCheck check;
+    if ((check.refusal = checkDiskName(request.descriptorPath.filename().string()))) return check;
+    std::filesystem::path folder = request.descriptorPath.parent_path();
+    if (!folder.empty() && (check.refusal = checkDiskFolder(folder))) return check;
     const std::int64_t t = request.totalSectors;
     if (t < kMinimumDiskSectors) {
         check.refusal = diskMessage(MessageKind::Information, text::kInvalidDiskSize, text::kDiskTooSmall);

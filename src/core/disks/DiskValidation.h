@@ -3,7 +3,9 @@
 // refusals that stop (not numeric, too small, too large, already there) and the Yes/No
 // questions that only a Yes gets past.
 #include <cstdint>
+#include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -47,8 +49,24 @@ struct DiskRequestCheck {
 // "Disk Size must be Numeric!", naming what was typed.
 Message notNumericMessage(std::string_view typed);
 
-// Checks in order: too small, too large, a file of the disk already there; then collects the
-// questions (a large single preallocated disk, an IDE disk above 128 GiB).
+// The longest disk name (without ".vmdk"): its extent names ("-s001.vmdk") and the
+// temporary file the descriptor is written through still fit a 255-byte file name.
+inline constexpr std::size_t kMaxDiskNameBytes = 240;
+
+// Refuses a disk's file name (with or without ".vmdk") that would break a reader of the
+// descriptor: nothing before ".vmdk", a double quote (it ends the name in an extent line), a
+// control character, a folder separator, or more than kMaxDiskNameBytes bytes.
+std::optional<Message> checkDiskName(std::string_view fileName);
+
+// Refuses an empty folder or one that does not exist, naming it.
+std::optional<Message> checkDiskFolder(const std::filesystem::path& folder);
+
+// "100 Mb to 128 Gb": the sizes the adapter allows, shown beside the size field.
+std::string sizeRangeText(DiskAdapter adapter, const DiskMaxima& maxima);
+
+// Checks in order: the name, the folder, too small, too large, a file of the disk already
+// there; then collects the questions (a large single preallocated disk, an IDE disk above
+// 128 GiB).
 DiskRequestCheck checkNewDisk(const NewDiskRequest& request, const DiskMaxima& maxima = {});
 
 }  // namespace arden::disks

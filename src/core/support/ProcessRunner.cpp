@@ -7,6 +7,7 @@
 #ifndef _WIN32
 #include <fcntl.h>
 #include <poll.h>
+#include <signal.h>
 #include <spawn.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
@@ -108,7 +109,7 @@ fs::path ownExecutableFolder() {
 }
 
 ProcessResult runProcess(const fs::path& program, const std::vector<std::string>& arguments,
-                         const ProcessIdle& idle) {
+                         const ProcessIdle& idle, const ProcessStop& stop) {
     ProcessResult result;
     int errPipe[2];
     if (::pipe(errPipe) != 0) {
@@ -132,8 +133,17 @@ ProcessResult runProcess(const fs::path& program, const std::vector<std::string>
     for (std::string& a : args) argv.push_back(a.data());
     argv.push_back(nullptr);
 
+    // A program that may be stopped gets a process group of its own, so that a stop reaches
+    // whatever it started too (a killed shell's children would otherwise hold the pipe open).
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    if (stop) {
+        posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+        posix_spawnattr_setpgroup(&attributes, 0);
+    }
     pid_t pid = 0;
-    int spawnError = ::posix_spawn(&pid, programText.c_str(), &actions, nullptr, argv.data(), environ);
+    int spawnError = ::posix_spawn(&pid, programText.c_str(), &actions, &attributes, argv.data(), environ);
+    posix_spawnattr_destroy(&attributes);
     posix_spawn_file_actions_destroy(&actions);
     ::close(errPipe[1]);
     if (spawnError != 0) {
@@ -143,22 +153,36 @@ ProcessResult runProcess(const fs::path& program, const std::vector<std::string>
     }
     result.started = true;
 
+    // Between polls: let the caller run, and end the program when asked to. A program that
+    // ignores SIGTERM for a second gets SIGKILL.
+    int waitedAfterStop = 0;
+    auto between = [&] {
+        if (idle) idle();
+        if (!result.stopped && stop && stop()) {
+            result.stopped = true;
+            ::kill(-pid, SIGTERM);
+        } else if (result.stopped && ++waitedAfterStop == 20) {
+            ::kill(-pid, SIGKILL);
+        }
+    };
+    const bool polling = idle || stop;
+
     bool pipeOpen = true;
     while (pipeOpen) {
         pollfd p{errPipe[0], POLLIN, 0};
         int ready = ::poll(&p, 1, 50);
         if (ready > 0) pipeOpen = drainPipe(errPipe[0], result.standardError);
-        if (idle) idle();
+        between();
     }
     ::close(errPipe[0]);
 
     int status = 0;
     for (;;) {
-        pid_t done = ::waitpid(pid, &status, idle ? WNOHANG : 0);
+        pid_t done = ::waitpid(pid, &status, polling ? WNOHANG : 0);
         if (done == pid) break;
         if (done < 0 && errno != EINTR) return result;
         if (done == 0) {
-            idle();
+            between();
             ::usleep(20000);
         }
     }

@@ -17,16 +17,21 @@ struct ProcessResult {
     bool killedBySignal = false;
     std::string standardError; // everything the program wrote to its standard error
     std::string startError;    // why it could not be started (names the program)
+    bool stopped = false;      // `stop` asked for it: the program was ended before it finished
 };
 
 // Called repeatedly while the program runs (about every 50 ms), so a window can keep
 // handling its events during the wait.
 using ProcessIdle = std::function<void()>;
 
+// Asked as often as `idle`; true ends the program and whatever it started (SIGTERM to its
+// process group, SIGKILL about a second later).
+using ProcessStop = std::function<bool()>;
+
 // Runs `program` with `arguments` (not including the program name) and waits for it to end.
 // Standard input and output are the null device; standard error is captured.
 ProcessResult runProcess(const std::filesystem::path& program, const std::vector<std::string>& arguments,
-                         const ProcessIdle& idle = {});
+                         const ProcessIdle& idle = {}, const ProcessStop& stop = {});
 
 // The folder that holds the running executable, or an empty path when it cannot be told.
 std::filesystem::path ownExecutableFolder();

@@ -10,6 +10,7 @@
 #include "core/disks/DiskDescriptor.h"
 #include "core/disks/DiskInformation.h"
 #include "core/shell/GetText.h"
+#include "core/support/ProcessRunner.h"
 
 using namespace arden::disks;
 using arden::test::ScratchDir;
@@ -35,15 +36,16 @@ std::string textOf(const arden::Message& m) { return arden::resolveText(m.title,
 
 TEST(DiskCreator, SplitGrowableDiskIsSmallAndReadsBack) {
     ScratchDir dir;
-    std::vector<std::pair<std::int64_t, std::int64_t>> reports;
+    std::vector<std::string> reports;
     NewDiskRequest r{dir / "g.vmdk", DiskAdapter::BusLogic, 8384513, DiskKind::GrowableSplit, 3};
-    auto result = createDisk(r, [&](std::int64_t d, std::int64_t t) {
-        reports.emplace_back(d, t);
+    auto result = createDisk(r, [&](const DiskProgressState& s) {
+        reports.push_back(progressStepText(s.step) + " " + fs::path(s.currentFile).filename().string());
         return true;
     });
     ASSERT_TRUE(result.created) << (result.failure ? textOf(*result.failure) : "");
     EXPECT_EQ(result.files, (std::vector<fs::path>{dir / "g.vmdk", dir / "g-s001.vmdk", dir / "g-s002.vmdk", dir / "g-s003.vmdk"}));
-    EXPECT_EQ(reports.back(), (std::pair<std::int64_t, std::int64_t>{3, 3}));
+    EXPECT_EQ(reports, (std::vector<std::string>{"Writing g-s001.vmdk", "Writing g-s002.vmdk", "Writing g-s003.vmdk",
+                                                 "Writing the descriptor g.vmdk"}));
     for (const auto& f : result.files) EXPECT_LT(allocatedBytes(f), 128 * 1024) << f;
     EXPECT_NE(arden::test::readBytes(r.descriptorPath).find("ddb.adapterType = \"buslogic\""), std::string::npos);
 }
@@ -59,10 +61,10 @@ TEST(DiskCreator, PreallocatedKindsReserveEverySector) {
 
     NewDiskRequest single{dir / "s.vmdk", DiskAdapter::LsiLogic, 4193793, DiskKind::Preallocated, 3};
     std::int64_t last = 0, total = 0;
-    auto b = createDisk(single, [&](std::int64_t d, std::int64_t t) {
-        EXPECT_GE(d, last);
-        last = d;
-        total = t;
+    auto b = createDisk(single, [&](const DiskProgressState& s) {
+        EXPECT_GE(s.bytesDone, last);
+        last = s.bytesDone;
+        total = s.bytesTotal;
         return true;
     });
     ASSERT_TRUE(b.created);
@@ -77,7 +79,7 @@ TEST(DiskCreator, PreallocatedKindsReserveEverySector) {
 TEST(DiskCreator, CancelRemovesEveryFileMade) {
     ScratchDir dir;
     int calls = 0;
-    auto stopSecond = [&](std::int64_t, std::int64_t) { return ++calls < 2; };
+    auto stopSecond = [&](const DiskProgressState&) { return ++calls < 2; };
     auto flat = createDisk({dir / "c.vmdk", DiskAdapter::Ide, 4193792 * 2, DiskKind::PreallocatedSplit, 3}, stopSecond);
     EXPECT_TRUE(flat.cancelled && !flat.created && !flat.failure);
 

@@ -22,6 +22,7 @@ TEST(DiskSizeText, NumbersUnitsAndNonNumbers) {
         {"204800", SizeUnit::Sectors, 204800}, {" 100 ", SizeUnit::Mb, 204800}, {"1.5", SizeUnit::Gb, 3145728},
         {"3", SizeUnit::Kb, 6},                {"0.75", SizeUnit::Kb, 2},  // 1.5 sectors, halves to even
         {"1e2", SizeUnit::Mb, 204800},         {"+7", SizeUnit::Sectors, 7}, {"-5", SizeUnit::Mb, -10240},
+        {"1e-400", SizeUnit::Gb, 0},           {"-1e-400", SizeUnit::Gb, 0}, {"0.0000001e-330", SizeUnit::Gb, 0},
     };
     for (const auto& [text, unit, sectors] : cases) EXPECT_EQ(sizeTextToSectors(text, unit), sectors) << text;
     EXPECT_GT(*sizeTextToSectors("99999999999999999999", SizeUnit::Gb), kDefaultScsiMaximumSectors);

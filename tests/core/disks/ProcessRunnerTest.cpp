@@ -2,6 +2,8 @@
 // exit codes, captured standard error, and the look-up order of programs.
 #include <sys/stat.h>
 
+#include <chrono>
+
 #include "TestSupport.h"
 #include "core/support/ProcessRunner.h"
 
@@ -59,4 +61,19 @@ TEST(ProcessRunner, LookUpTakesTheFirstRunnableProgram) {
     EXPECT_EQ(arden::splitSearchPath("/a::/b c:"), (std::vector<fs::path>{"/a", "/b c"}));
     EXPECT_TRUE(arden::splitSearchPath("").empty());
     EXPECT_TRUE(fs::exists(arden::ownExecutableFolder() / "test_disks"));
+}
+
+TEST(ProcessRunner, AStopEndsTheProgramEvenWhenItIgnoresSigterm) {
+    ScratchDir dir;
+    writeScript(dir / "slow", "sleep 30\n");
+    writeScript(dir / "stubborn", "trap '' TERM\nwhile :; do sleep 0.1; done\n");
+    for (const char* name : {"slow", "stubborn"}) {
+        int asked = 0;
+        auto start = std::chrono::steady_clock::now();
+        arden::ProcessResult r = arden::runProcess(dir / name, {}, {}, [&] { return ++asked > 2; });
+        double seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+        EXPECT_TRUE(r.stopped) << name;
+        EXPECT_TRUE(r.killedBySignal) << name;
+        EXPECT_LT(seconds, 10.0) << name;
+    }
 }
