@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QTimer>
 #include <QWidget>
+#include <functional>
+#include <memory>
 
 namespace arden::gui::test {
 
@@ -19,4 +22,23 @@ inline void settle() {
     for (int i = 0; i < 5; ++i) QApplication::processEvents();
 }
 
+// Runs `act` on the next application-modal window as soon as it is shown, from inside the
+// call that shows it and waits; gives up after a few seconds when none is shown.
+inline void onNextModal(std::function<void(QWidget*)> act) {
+    auto* timer = new QTimer;
+    timer->setInterval(10);
+    auto ticks = std::make_shared<int>(0);
+    QObject::connect(timer, &QTimer::timeout, [timer, act, ticks] {
+        QWidget* modal = QApplication::activeModalWidget();
+        if (!modal && ++*ticks < 300) return;
+        timer->stop();
+        timer->deleteLater();
+        if (modal) act(modal);
+    });
+    timer->start();
+}
+
 }  // namespace arden::gui::test
+
+// Readable QString values in test failures.
+inline void PrintTo(const QString& text, std::ostream* out) { *out << '"' << text.toStdString() << '"'; }

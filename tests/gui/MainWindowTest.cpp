@@ -18,8 +18,7 @@
 #include <filesystem>
 #include <memory>
 
-#include "GuiTestSupport.h"
-#include "TestSupport.h"
+#include "MainWindowFixture.h"
 #include "gui/config/Builder.h"
 #include "gui/shell/frmMain.h"
 #include "gui/shell/frmOptions.h"
@@ -37,50 +36,8 @@ using arden::gui::test::settle;
 
 namespace {
 
-const char* const kSmallVmx =
-    "config.version = \"8\"\r\nvirtualHW.version = \"4\"\r\ndisplayName = \"Small One\"\r\n"
-    "guestOS = \"winxppro\"\r\nmemsize = \"256\"\r\n";
-
-// Each test gets its own temporary folder and per-user store, so settings start from scratch.
-class MainWindow : public ::testing::Test {
-protected:
-    void SetUp() override {
-        fs::create_directories(home.path() / "tmp");
-        qputenv("TMPDIR", QByteArray::fromStdString((home.path() / "tmp").string() + "/"));
-        qputenv("XDG_CONFIG_HOME", QByteArray::fromStdString((home.path() / "config").string()));
-    }
-    void TearDown() override {
-        window.reset();
-        qunsetenv("TMPDIR");
-        qunsetenv("XDG_CONFIG_HOME");
-    }
-
-    frmMain& open(const QString& commandLine = {}) {
-        window = std::make_unique<frmMain>(commandLine);
-        window->show();
-        settle();
-        return *window;
-    }
-    QTabWidget* tabs() { return child<QTabWidget>(window.get(), "sstMain"); }
-    fs::path writeVmx(const std::string& name, const std::string& text = kSmallVmx) {
-        fs::path p = home.path() / name;
-        fs::create_directories(p.parent_path());
-        arden::test::writeBytes(p, text);
-        return p;
-    }
-    // A settings file in the temporary folder means SaveSettings ran.
-    bool settingsWritten() { return fs::exists(home.path() / "tmp" / "ArdenForge.ini"); }
-    void typeInto(Builder* editor, const char* name, const QString& text) {
-        auto* box = child<QLineEdit>(editor, name);
-        box->setFocus();
-        QTest::keyClicks(box, text);
-        QMetaObject::invokeMethod(box, "editingFinished");
-    }
-
-    arden::test::ScratchDir home;
-    PromptScript script;
-    std::unique_ptr<frmMain> window;
-};
+using arden::gui::test::MainWindow;
+using arden::gui::test::kSmallVmx;
 
 TEST_F(MainWindow, CommandLinePathWithBlanksOpensAfterTheDelay) {
     fs::path file = writeVmx("with blanks/My Machine.vmx");
@@ -113,7 +70,7 @@ TEST_F(MainWindow, NewWithTheNameBoxCancelledStillMakesNewVm) {
     script.input(std::nullopt);
     window->newConfiguration();
     ASSERT_EQ(tabs()->count(), 2);
-    EXPECT_EQ(tabs()->tabText(1), "New VM");
+    EXPECT_EQ(tabs()->tabText(1), "New VM *") << "a new machine is unsaved";
     Builder* editor = window->activeEditor();
     ASSERT_NE(editor, nullptr);
     EXPECT_EQ(editor->objectName(), "Builder1");
@@ -241,7 +198,7 @@ TEST_F(MainWindow, FavouritesShowMissingFilesAndRemoveLeavesTheFile) {
 TEST_F(MainWindow, LanguageSwitchRelabelsAtOnceAndBack) {
     open();
     auto* options = child<QAction>(window.get(), "mnuOptions");
-    EXPECT_EQ(options->text(), "Options");
+    EXPECT_EQ(options->iconText(), "Options");
     EXPECT_EQ(tabs()->tabText(0), "Home");
 
     auto choose = [&](const char* language) {
@@ -257,15 +214,15 @@ TEST_F(MainWindow, LanguageSwitchRelabelsAtOnceAndBack) {
     choose("optLangDe");
     EXPECT_EQ(window->settings().LanguageOffset, 500);
     EXPECT_EQ(window->windowTitle(), "Arden Forge");
-    EXPECT_EQ(options->text(), "Wahlen");
+    EXPECT_EQ(options->iconText(), "Wahlen");
     EXPECT_EQ(tabs()->tabText(0), "") << "no fall-back to English";
-    EXPECT_EQ(child<QAction>(window.get(), "mnuFileNew")->text(), "");
+    EXPECT_EQ(child<QAction>(window.get(), "mnuFileNew")->iconText(), "");
 
     choose("optLangEn");
     EXPECT_EQ(window->settings().LanguageOffset, 0);
-    EXPECT_EQ(options->text(), "Options");
+    EXPECT_EQ(options->iconText(), "Options");
     EXPECT_EQ(tabs()->tabText(0), "Home");
-    EXPECT_EQ(child<QAction>(window.get(), "mnuFileNew")->text(), "Create New Virtual Machine");
+    EXPECT_EQ(child<QAction>(window.get(), "mnuFileNew")->iconText(), "Create New Virtual Machine");
 }
 
 TEST_F(MainWindow, WhatTheLoaderNoticedIsShownInTheSummary) {
@@ -319,7 +276,7 @@ TEST(Launch, ConfiguredProgramOrTheDesktopsOpener) {
     EXPECT_TRUE(opener.program.isEmpty());
     EXPECT_EQ(opener.argument, "/vms/a/a.vmx");
     EXPECT_EQ(opener.workingDir, "/vms/a");
-    EXPECT_FALSE(arden::gui::LaunchVmx(arden::gui::planLaunch("", ""))) << "nothing to launch";
+    EXPECT_EQ(arden::gui::LaunchVmx(arden::gui::planLaunch("", "")), "No configuration is selected to launch.");
 }
 
 TEST_F(MainWindow, HelpTellsWhereToLook) {

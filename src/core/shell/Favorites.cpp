@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <unordered_map>
 
 namespace arden {
 
@@ -12,6 +13,18 @@ void AddFavorite(std::vector<FavoriteRecord>& favorites, const FavoriteRecord& r
         *match = record;
     } else {
         favorites.push_back(record);
+    }
+}
+
+void AddFavorites(std::vector<FavoriteRecord>& favorites, const std::vector<FavoriteRecord>& records) {
+    // Each name's last index in the list: the entry AddFavorite would overwrite.
+    std::unordered_map<std::string, std::size_t> last;
+    last.reserve(favorites.size() + records.size());
+    for (std::size_t i = 0; i < favorites.size(); ++i) last[favorites[i].DisplayName] = i;
+    for (const FavoriteRecord& record : records) {
+        auto [it, added] = last.try_emplace(record.DisplayName, favorites.size());
+        if (added) favorites.push_back(record);
+        else favorites[it->second] = record;
     }
 }
 

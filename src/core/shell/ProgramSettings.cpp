@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <limits>
 
 #include "core/support/AtomicFile.h"
@@ -76,17 +77,19 @@ void readGeneral(ProgramSettings& s, cInifile& ini, const std::string& file, std
 
 void readFavorites(ProgramSettings& s, cInifile& ini, const std::string& file, std::vector<Message>& notices) {
     ini.setSection(std::string(kFavorites));
-    for (const std::string& key : ini.EnumerateCurrentSection()) {
-        std::vector<std::string> fields = splitAtTabs(readKey(ini, key, ""));
+    std::vector<FavoriteRecord> records;
+    for (const auto& [key, value] : ini.EnumerateCurrentSectionValues()) {
+        std::vector<std::string> fields = splitAtTabs(value);
         if (fields.size() < 3) {
             notices.push_back(notice(MessageKind::Warning,
                                      file + ": [Favorites] " + key +
                                          " holds fewer than three tab-separated fields (display name, path, "
                                          "version); it and the favourites after it were not loaded."));
-            return;
+            break;
         }
-        AddFavorite(s.Favorites, FavoriteRecord{fields[0], fields[1], toConfigVersion(fields[2]), 0});
+        records.push_back(FavoriteRecord{fields[0], fields[1], toConfigVersion(fields[2]), 0});
     }
+    AddFavorites(s.Favorites, records);
 }
 
 void checkNotBinary(const std::string& file, std::vector<Message>& notices) {
@@ -102,6 +105,38 @@ void checkNotBinary(const std::string& file, std::vector<Message>& notices) {
 
 std::string settingsFilePath(std::string_view folder) {
     return std::string(folder) + kPathSeparator + std::string(kSettingsFileName);
+}
+
+namespace {
+
+// The settings file of a folder as the user reads it: one separator, however the folder ends.
+std::string shownSettingsFile(std::string_view folder) {
+    while (folder.size() > 1 && (folder.back() == '/' || folder.back() == kPathSeparator)) folder.remove_suffix(1);
+    return settingsFilePath(folder);
+}
+
+}  // namespace
+
+std::string settingsPlacesNote(std::string_view iniLocation, std::string_view tempFolder) {
+    return "Settings are read from " + shownSettingsFile(iniLocation) + " and written to " +
+           shownSettingsFile(tempFolder) + " when Arden Forge closes.";
+}
+
+std::optional<Message> carrySettingsFile(std::string_view oldFolder, std::string_view newFolder) {
+    namespace fs = std::filesystem;
+    if (newFolder.empty()) return std::nullopt;
+    const fs::path from(settingsFilePath(oldFolder)), to(settingsFilePath(newFolder));
+    std::error_code ec;
+    // A folder named the same as before holds the old file already: `to` exists then.
+    if (fs::exists(to, ec) || !fs::is_regular_file(from, ec)) return std::nullopt;
+    std::string error;
+    auto bytes = readWholeFile(from, error);
+    if (bytes) {
+        if (auto failed = writeFileAtomically(to, *bytes)) error = std::move(*failed);
+        else return std::nullopt;
+    }
+    return notice(MessageKind::Warning, "The settings were not copied to the new settings folder, so the next start "
+                                        "will not find them there: " + error);
 }
 
 std::vector<Message> LoadSettings(ProgramSettings& s, cRegistry& registry) {
@@ -149,14 +184,13 @@ std::vector<Message> SaveSettings(const ProgramSettings& s, cRegistry& registry)
     if (written) {
         // The section is dropped and written anew, so it holds exactly Favorite0, Favorite1, ...
         ini.setSection(std::string(kFavorites));
-        written = ini.DeleteSection();
         std::string entries;
         for (std::size_t i = 0; i < s.Favorites.size(); ++i) {
             const FavoriteRecord& f = s.Favorites[i];
             entries += std::string(kFavoriteKey) + std::to_string(i) + "=" + f.DisplayName + "\t" + f.VmxPath + "\t" +
                        std::to_string(f.ConfigVersion) + "\n";
         }
-        if (written && !entries.empty()) written = ini.setINISection(entries);
+        written = entries.empty() ? ini.DeleteSection() : ini.setINISection(entries);
     }
     if (!written) {
         failures.push_back(notice(MessageKind::Warning, "The settings could not be saved: " + ini.LastError()));

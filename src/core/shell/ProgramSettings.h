@@ -4,6 +4,7 @@
 // it is read from there but always written to the temporary folder's file, so a settings
 // folder chosen elsewhere is not where the next save goes.
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -32,6 +33,18 @@ struct ProgramSettings {
 // `folder`, a separator and "ArdenForge.ini", as a text: a folder that already ends in a
 // separator gives a doubled one, which is kept.
 std::string settingsFilePath(std::string_view folder);
+
+// One line for the options dialog: where the settings are read from at start and where they are
+// written when the program closes ("Settings are read from /a/ArdenForge.ini and written to
+// /tmp/ArdenForge.ini when Arden Forge closes.").
+std::string settingsPlacesNote(std::string_view iniLocation, std::string_view tempFolder);
+
+// When the settings folder is changed from `oldFolder` to `newFolder`: copies the settings file
+// of the old folder into the new one when the new one holds none, so that the next start, which
+// reads from the new folder, still finds the favourites. Nothing happens when the folders are the
+// same, the new folder has its own file or the old one has none. The result tells what could not
+// be copied (which file, why).
+std::optional<Message> carrySettingsFile(std::string_view oldFolder, std::string_view newFolder);
 
 // Reads the settings into `settings`, whose TempFolder the caller has set (see TempFolder()).
 // A missing registry value makes IniLocation the temporary folder and stores it at once.

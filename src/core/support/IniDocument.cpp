@@ -1,5 +1,7 @@
 #include "core/support/IniDocument.h"
 
+#include <unordered_map>
+
 #include "core/support/TextUtil.h"
 
 namespace arden {
@@ -152,6 +154,23 @@ std::vector<std::string> IniDocument::entries(std::string_view section) const {
             if (auto e = parseEntry(lines_[i].text)) out.push_back(std::string(e->name) + "=" + std::string(e->value));
         }
     }
+    return out;
+}
+
+std::vector<std::pair<std::string, std::string>> IniDocument::keyValues(std::string_view section) const {
+    std::vector<std::pair<std::string, std::string>> out;
+    auto range = findSection(section);
+    if (!range) return out;
+    std::vector<Entry> found;
+    std::unordered_map<std::string, std::string_view> first;  // folded name -> first value
+    for (std::size_t i = range->header + 1; i < range->end; ++i) {
+        if (auto e = parseEntry(lines_[i].text)) {
+            found.push_back(*e);
+            first.emplace(toLowerAscii(e->name), e->value);
+        }
+    }
+    out.reserve(found.size());
+    for (const Entry& e : found) out.emplace_back(std::string(e.name), std::string(first.at(toLowerAscii(e.name))));
     return out;
 }
 

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace arden {
@@ -36,6 +37,10 @@ public:
     std::optional<std::string> value(std::string_view section, std::string_view key) const;
     // The section's "key=value" entries in file order, as read (names and values trimmed).
     std::vector<std::string> entries(std::string_view section) const;
+    // The section's keys in file order (duplicates kept), each with the value that value()
+    // gives for it, so a key written twice reads the first one's value both times. One pass
+    // over the section however many keys it holds.
+    std::vector<std::pair<std::string, std::string>> keyValues(std::string_view section) const;
 
     // Sets a value. An existing key keeps its spelling and its line's place and end; a new key
     // goes after the last non-blank line of the section; a new section is appended at the end.

@@ -184,6 +184,12 @@ std::vector<std::string> cInifile::EnumerateCurrentSection() {
     return doc ? doc->keys(section_) : std::vector<std::string>{};
 }
 
+std::vector<std::pair<std::string, std::string>> cInifile::EnumerateCurrentSectionValues() {
+    auto doc = load();
+    success_ = doc && doc->hasSection(section_);
+    return doc ? doc->keyValues(section_) : std::vector<std::pair<std::string, std::string>>{};
+}
+
 std::vector<std::string> cInifile::EnumerateAllSections() {
     auto doc = load();
     success_ = doc != nullptr;

@@ -13,6 +13,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace arden {
@@ -72,6 +73,9 @@ public:
     std::vector<std::string> Sections();
     // Key names of Section, in file order (a key written twice is listed twice).
     std::vector<std::string> EnumerateCurrentSection();
+    // Key names of Section in file order, each with the value Value() reads for it; the file is
+    // read once, so a section of any size costs one pass.
+    std::vector<std::pair<std::string, std::string>> EnumerateCurrentSectionValues();
     // Every section header of the file in file order, a repeated section listed each time.
     std::vector<std::string> EnumerateAllSections();
 

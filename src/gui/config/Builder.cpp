@@ -126,6 +126,7 @@ void Builder::setChangesPending(bool pending) {
     const bool changed = pending != changesPending_;
     changesPending_ = pending;
     if (changed) emit changesPendingChanged(pending);
+    emit stateChanged();
 }
 
 }  // namespace arden::gui

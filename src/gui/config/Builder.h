@@ -63,6 +63,8 @@ public:
 
 signals:
     void changesPendingChanged(bool pending);
+    // After every edit, load or save: the display name, path or pending flag may differ.
+    void stateChanged();
     void displayNameChanged(const QString& name);
     void written(const QString& path, const QString& text);
 

@@ -200,7 +200,8 @@ void GeneralPage::guestVersionChosen(int index) {
 
 void GeneralPage::browseVmxFolder() {
     // The text box's own change event stores the chosen folder.
-    const QString folder = pickFolder(this, uiText(kFolderPickerTitleId, languageOffset()), txtVmxFolder_->text());
+    const QString folder =
+        pickFolder(this, uiText(kFolderPickerTitleId, languageOffset()), pickerStartFolder(txtVmxFolder_->text()));
     if (!folder.isEmpty()) txtVmxFolder_->setText(folder);
 }
 

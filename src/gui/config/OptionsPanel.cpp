@@ -1,6 +1,8 @@
 #include "gui/config/OptionsPanel.h"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
+#include <algorithm>
 #include <QScrollArea>
 #include <QSplitter>
 #include <QStackedWidget>
@@ -51,16 +53,16 @@ OptionsPanel::OptionsPanel(VmConfiguration& config, QWidget* parent) : QWidget(p
     });
     lvwOptionsList_->setCurrentItem(lvwOptionsList_->topLevelItem(0));
 
-    auto* splitter = new QSplitter(Qt::Horizontal, this);
-    splitter->setChildrenCollapsible(false);
-    splitter->addWidget(lvwOptionsList_);
-    splitter->addWidget(sstOptions_);
-    splitter->setStretchFactor(0, 1);
-    splitter->setStretchFactor(1, 3);
-    splitter->setSizes({3000, 7000});  // the pages get the room; summaries are elided and shown in full as tips
+    splitter_ = new QSplitter(Qt::Horizontal, this);
+    splitter_->setChildrenCollapsible(false);
+    splitter_->addWidget(lvwOptionsList_);
+    splitter_->addWidget(sstOptions_);
+    splitter_->setStretchFactor(0, 1);
+    splitter_->setStretchFactor(1, 3);
+    splitter_->setSizes({3000, 7000});  // until shown, when the list is fitted to its summaries
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
-    layout->addWidget(splitter);
+    layout->addWidget(splitter_);
 }
 
 void OptionsPanel::fill() {
@@ -73,8 +75,26 @@ void OptionsPanel::refreshSummaries() {
         const QString summary = QString::fromStdString(optionSummary(config_, i));
         QTreeWidgetItem* item = lvwOptionsList_->topLevelItem(i);
         item->setText(1, summary);
+        item->setToolTip(0, summary);  // the whole row tells the summary in full
         item->setToolTip(1, summary);
     }
+}
+
+void OptionsPanel::showEvent(QShowEvent* event) {
+    QWidget::showEvent(event);
+    if (splitterPlaced_) return;
+    splitterPlaced_ = true;
+    // The list starts as wide as its widest summary needs, at most half the panel; the page
+    // takes the rest. A summary that grows later is elided and still shown in full as a tip.
+    const QFontMetrics metrics(lvwOptionsList_->font());
+    int widest = 0;
+    for (int i = 0; i < kGroupCount; ++i)
+        widest = std::max(widest, metrics.horizontalAdvance(lvwOptionsList_->topLevelItem(i)->text(1)));
+    const int padding = 4 * lvwOptionsList_->frameWidth() + 3 * metrics.averageCharWidth();
+    const int need = lvwOptionsList_->header()->sectionSize(0) + widest + padding;
+    const int total = splitter_->width() - splitter_->handleWidth();
+    const int list = std::max(lvwOptionsList_->minimumSizeHint().width(), std::min(need, total / 2));
+    splitter_->setSizes({list, total - list});
 }
 
 void OptionsPanel::relabel(int languageOffset) {

@@ -7,6 +7,7 @@
 #include "core/config/VmConfiguration.h"
 #include "gui/config/ConfigWidgets.h"
 
+class QSplitter;
 class QStackedWidget;
 class QTreeWidget;
 
@@ -27,6 +28,9 @@ public:
     void refreshSummaries();
     void relabel(int languageOffset);
 
+protected:
+    void showEvent(QShowEvent* event) override;
+
 signals:
     // A page changed the model.
     void edited();
@@ -36,6 +40,8 @@ private:
     VmConfiguration& config_;
     QTreeWidget* lvwOptionsList_;
     QStackedWidget* sstOptions_;
+    QSplitter* splitter_;
+    bool splitterPlaced_ = false;
     std::array<OptionPage*, kGroupCount> pages_{};
     Captions captions_;
 };

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "gui/support/Icons.h"
+#include "gui/support/Mnemonics.h"
 #include "gui/support/NamedWidget.h"
 #include "gui/support/UiText.h"
 
@@ -95,23 +96,27 @@ HomeList::HomeList(QWidget* parent) : QWidget(parent) {
 
 void HomeList::UpdateFavoritesList(const std::vector<FavoriteRecord>& favorites) {
     lvwVMs_->clear();
+    // Built first and added in one go: the view takes one insertion, not one per row.
+    QList<QTreeWidgetItem*> items;
+    items.reserve(qsizetype(favorites.size()));
     for (const FavoriteRow& row : favoriteListRows(favorites)) {
-        auto* item = new QTreeWidgetItem(lvwVMs_, {qs(row.DisplayName), qs(row.VmxPath), qs(row.ConfigVersion)});
+        auto* item = new QTreeWidgetItem(QStringList{qs(row.DisplayName), qs(row.VmxPath), qs(row.ConfigVersion)});
         const QString key = QString::fromLatin1(row.IconKey.data(), int(row.IconKey.size()));
         item->setIcon(0, machineIcon(key));
         item->setData(0, Qt::UserRole, key);  // the icon key, for tools and tests that read the list
+        item->setToolTip(kPathColumn, item->text(kPathColumn));
+        items.append(item);
     }
+    lvwVMs_->addTopLevelItems(items);
 }
 
 void HomeList::UpdateUILabels(int o) {
     fraFavorites_->setTitle(uiText(2, o));
     cmdNew_->setText(uiText(4, o));
     cmdOpen_->setText(uiText(5, o));
-    mnuPopupNew_->setText(uiText(4, o));
-    mnuPopupEdit_->setText(uiText(16, o));
-    mnuPopupEditOther_->setText(uiText(5, o));
-    mnuPopupLaunch_->setText(uiText(17, o));
-    mnuPopupRemove_->setText(uiText(18, o));
+    const QList<QAction*> entries = {mnuPopupNew_, mnuPopupEdit_, mnuPopupEditOther_, mnuPopupLaunch_, mnuPopupRemove_};
+    const QStringList texts = withMnemonics({uiText(4, o), uiText(16, o), uiText(5, o), uiText(17, o), uiText(18, o)});
+    for (qsizetype i = 0; i < entries.size(); ++i) entries[i]->setText(texts[i]);
 }
 
 QTreeWidgetItem* HomeList::selected() const {

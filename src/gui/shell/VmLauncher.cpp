@@ -21,11 +21,23 @@ LaunchPlan planLaunch(const QString& vmxPath, const QString& launchApplication) 
     return plan;
 }
 
-bool LaunchVmx(const LaunchPlan& plan) {
-    if (plan.argument.isEmpty()) return false;
-    if (plan.program.isEmpty()) return QDesktopServices::openUrl(QUrl::fromLocalFile(plan.argument));
+QString LaunchVmx(const LaunchPlan& plan) {
+    if (plan.argument.isEmpty()) return QStringLiteral("No configuration is selected to launch.");
+    if (plan.program.isEmpty()) {
+        if (QDesktopServices::openUrl(QUrl::fromLocalFile(plan.argument))) return {};
+        return QStringLiteral("Could not launch \"%1\": no program is set under Options (\"Target Platform to "
+                              "Launch VMX files\") and the desktop has no application to open .vmx files with.")
+            .arg(plan.argument);
+    }
     // An argument vector, not a command text: a path with blanks needs no quoting.
-    return QProcess::startDetached(plan.program, {plan.argument}, plan.workingDir);
+    QProcess process;
+    process.setProgram(plan.program);
+    process.setArguments({plan.argument});
+    process.setWorkingDirectory(plan.workingDir);
+    if (process.startDetached()) return {};
+    return QStringLiteral("Could not start \"%1\" to launch \"%2\": %3. Check the program set under Options "
+                          "(\"Target Platform to Launch VMX files\").")
+        .arg(plan.program, plan.argument, process.errorString());
 }
 
 }  // namespace arden::gui

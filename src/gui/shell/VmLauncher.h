@@ -14,8 +14,9 @@ struct LaunchPlan {
 // What Launch does for a configuration path and the LaunchApplication setting.
 LaunchPlan planLaunch(const QString& vmxPath, const QString& launchApplication);
 
-// Starts the plan without waiting; the result is not checked, as a launch hands over to the
-// product. Returns false only when nothing could be started at all.
-bool LaunchVmx(const LaunchPlan& plan);
+// Starts the plan without waiting; what the product does then is its own affair. Empty when
+// something was started; otherwise the text to show the user, naming what was tried and why it
+// did not start.
+QString LaunchVmx(const LaunchPlan& plan);
 
 }  // namespace arden::gui

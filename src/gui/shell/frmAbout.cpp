@@ -35,7 +35,7 @@ frmAbout::frmAbout(int languageOffset, QWidget* parent) : QDialog(parent) {
     big.setPointSizeF(big.pointSizeF() * 1.6);
     big.setBold(true);
     lblTitle->setFont(big);
-    auto* lblVersion = new QLabel(uiText(81, languageOffset) + " " + versionLabelText(), this);
+    auto* lblVersion = new QLabel(versionLabelText(), this);  // "v1.0.0 by BRK/WN": the version once
     lblVersion->setObjectName("lblVersion");
     auto* lblAbout = new QLabel(
         "A wizard and editor for VMware virtual-machine configurations (.vmx) and virtual disks (.vmdk).", this);

@@ -22,6 +22,7 @@
 #include "gui/shell/frmAbout.h"
 #include "gui/shell/frmOptions.h"
 #include "gui/shell/frmSummary.h"
+#include "gui/support/FilePaths.h"
 #include "gui/support/FormPosition.h"
 #include "gui/support/Icons.h"
 #include "gui/support/NamedWidget.h"
@@ -34,18 +35,6 @@ namespace {
 constexpr int kLoadDelayMs = 150;          // lets the window appear before a file is read
 constexpr int kConfigVersionCurrent = 8;   // versions below are shown as old
 const char* const kPlacementSection = "frmMain";
-
-// Each toolbar button: key, tool-tip id.
-struct ToolButton { const char* key; int tipId; };
-constexpr ToolButton kToolButtons[] = {
-    {"New", 4}, {"Open", 5}, {"Save", 19}, {"Close", 20}, {"Run", 21}, {"Favorites", 22},
-};
-
-QAction* namedAction(QObject* parent, const char* name, const QKeySequence& shortcut = {}) {
-    auto* a = named<QAction>(name, parent);
-    a->setShortcut(shortcut);
-    return a;
-}
 
 }  // namespace
 
@@ -96,72 +85,6 @@ frmMain::frmMain(const QString& commandLine, QWidget* parent) : QMainWindow(pare
 
 frmMain::~frmMain() = default;
 
-void frmMain::buildActions() {
-    mnuFileNew_ = namedAction(this, "mnuFileNew", QKeySequence::New);
-    mnuFileEdit_ = namedAction(this, "mnuFileEdit", QKeySequence::Open);
-    mnuFileQuit_ = namedAction(this, "mnuFileQuit", QKeySequence(Qt::CTRL | Qt::Key_Q));
-    mnuVMSave_ = namedAction(this, "mnuVMSave", QKeySequence::Save);
-    mnuVMClose_ = namedAction(this, "mnuVMClose", QKeySequence(Qt::CTRL | Qt::Key_W));
-    mnuVMLaunch_ = namedAction(this, "mnuVMLaunch", QKeySequence(Qt::CTRL | Qt::Key_R));
-    mnuOptions_ = namedAction(this, "mnuOptions");
-    mnuHelpContents_ = namedAction(this, "mnuHelpContents", QKeySequence(Qt::Key_F1));
-    mnuHelpAbout_ = namedAction(this, "mnuHelpAbout");
-    mnuFileQuit_->setMenuRole(QAction::QuitRole);
-    mnuHelpAbout_->setMenuRole(QAction::AboutRole);
-
-    connect(mnuFileNew_, &QAction::triggered, this, &frmMain::newConfiguration);
-    connect(mnuFileEdit_, &QAction::triggered, this, &frmMain::openConfiguration);
-    connect(mnuFileQuit_, &QAction::triggered, this, &QWidget::close);
-    connect(mnuVMSave_, &QAction::triggered, this, &frmMain::saveConfiguration);
-    connect(mnuVMClose_, &QAction::triggered, this, &frmMain::CloseEditorTab);
-    connect(mnuVMLaunch_, &QAction::triggered, this, &frmMain::launchConfiguration);
-    connect(mnuOptions_, &QAction::triggered, this, &frmMain::showOptions);
-    connect(mnuHelpContents_, &QAction::triggered, this, &frmMain::showHelp);
-    connect(mnuHelpAbout_, &QAction::triggered, this, &frmMain::showAbout);
-}
-
-void frmMain::buildMenus() {
-    mnuFile_ = menuBar()->addMenu(QString());
-    mnuFile_->setObjectName("mnuFile");
-    mnuFile_->addActions({mnuFileNew_, mnuFileEdit_});
-    mnuFile_->addSeparator();
-    mnuFile_->addAction(mnuFileQuit_);
-    mnuVM_ = menuBar()->addMenu(QString());
-    mnuVM_->setObjectName("mnuVM");
-    mnuVM_->addActions({mnuVMSave_, mnuVMClose_});
-    mnuVM_->addSeparator();
-    mnuVM_->addAction(mnuVMLaunch_);
-    menuBar()->addAction(mnuOptions_);
-    mnuHelp_ = menuBar()->addMenu(QString());
-    mnuHelp_->setObjectName("mnuHelp");
-    mnuHelp_->addActions({mnuHelpContents_, mnuHelpAbout_});
-}
-
-void frmMain::buildToolbar() {
-    tlbMain_ = addToolBar(QString());
-    tlbMain_->setObjectName("tlbMain");
-    tlbMain_->setMovable(false);
-    tlbMain_->setIconSize(QSize(24, 24));
-    tlbMain_->setToolButtonStyle(Qt::ToolButtonIconOnly);
-    for (const ToolButton& b : kToolButtons) {
-        QAction* a = tlbMain_->addAction(toolbarIcon(QString::fromLatin1(b.key)), QString());
-        a->setObjectName(QStringLiteral("tlb") + QString::fromLatin1(b.key));
-        toolButtons_.insert(QString::fromLatin1(b.key), a);
-        if (QString::fromLatin1(b.key) == "Run") tlbMain_->addSeparator();
-    }
-    connect(toolButtons_["New"], &QAction::triggered, this, &frmMain::newConfiguration);
-    connect(toolButtons_["Open"], &QAction::triggered, this, &frmMain::openConfiguration);
-    connect(toolButtons_["Save"], &QAction::triggered, this, &frmMain::saveConfiguration);
-    connect(toolButtons_["Close"], &QAction::triggered, this, &frmMain::CloseEditorTab);
-    connect(toolButtons_["Run"], &QAction::triggered, this, &frmMain::launchConfiguration);
-    QAction* favorites = toolButtons_["Favorites"];
-    favorites->setCheckable(true);
-    favorites->setChecked(true);
-    connect(favorites, &QAction::toggled, this, [this](bool shown) {
-        home_->findChild<QWidget*>("fraFavorites")->setVisible(shown);
-    });
-}
-
 void frmMain::startUp(const QString& commandLine) {
     lblVersion_->setText(versionLabelText());
     settings_.TempFolder = arden::TempFolder();
@@ -180,6 +103,7 @@ void frmMain::startUp(const QString& commandLine) {
     QString path = commandLine;
     if (path.isEmpty()) return;
     if (path.startsWith('"')) path = path.mid(1, path.size() - 2);
+    path = absolutePath(path);
     if (!path.isEmpty() && QFileInfo::exists(path)) {
         existingVmxFileName_ = path;
         tmrLoadDelay_->start();
@@ -196,26 +120,16 @@ QString frmMain::placementFile(bool forWriting) const {
 void frmMain::UpdateUILabels() {
     const int o = languageOffset();
     setWindowTitle(uiText(1, o));
-    for (const ToolButton& b : kToolButtons) {
-        QAction* a = toolButtons_.value(QString::fromLatin1(b.key));
-        a->setToolTip(uiText(b.tipId, o));
-        a->setText(a->toolTip());
-    }
-    mnuFile_->setTitle(uiText(6, o));
-    mnuFileNew_->setText(uiText(4, o));
-    mnuFileEdit_->setText(uiText(5, o));
-    mnuFileQuit_->setText(uiText(7, o));
-    mnuVM_->setTitle(uiText(8, o));
-    mnuVMSave_->setText(uiText(9, o));
-    mnuVMClose_->setText(uiText(10, o));
-    mnuVMLaunch_->setText(uiText(11, o));
-    mnuOptions_->setText(uiText(12, o));
-    mnuHelp_->setTitle(uiText(13, o));
-    mnuHelpContents_->setText(uiText(14, o));
-    mnuHelpAbout_->setText(uiText(15, o));
+    labelMenus(o);
     home_->UpdateUILabels(o);
     sstMain_->setTabText(0, uiText(3, o));
-    if (Builder* b = activeEditor()) b->UpdateUILabels(o);
+    // Every editor, not only the active one: a tab shown later must not keep the old language.
+    for (int i = 1; i < sstMain_->count(); ++i) {
+        if (Builder* b = editorAt(i)) {
+            b->UpdateUILabels(o);
+            refreshTab(b);
+        }
+    }
 }
 
 void frmMain::UpdateTab(int index, const QString& key, const QString& caption) {
@@ -234,17 +148,58 @@ Builder* frmMain::editorAt(int tabIndex) const {
 
 Builder* frmMain::activeEditor() const { return editorAt(sstMain_->currentIndex()); }
 
+Builder* frmMain::editorHolding(const QString& vmxPath) const {
+    const QString wanted = realPath(vmxPath);
+    for (int i = 1; i < sstMain_->count(); ++i) {
+        Builder* b = editorAt(i);
+        if (b && realPath(b->vmxPath()) == wanted) return b;
+    }
+    return nullptr;
+}
+
+QString frmMain::tabCaption(const Builder& editor) const {
+    const QString name = editor.favoriteDisplayName();
+    return name.isEmpty() ? uiText(26, languageOffset()) : name;
+}
+
+void frmMain::refreshTab(Builder* editor) {
+    const int at = sstMain_->indexOf(editor);
+    if (at <= 0) return;
+    UpdateTab(at, editor->objectName(), tabCaption(*editor) + (editor->ChangesPending() ? " *" : ""));
+    sstMain_->setTabToolTip(at, editor->vmxPath());
+}
+
+QString frmMain::currentMachineFolder() const {
+    return currentVmxPath_.isEmpty() ? QString() : QFileInfo(currentVmxPath_).absolutePath();
+}
+
+void frmMain::showSummary(const QString& heading, const QStringList& lines, bool wait) {
+    frmSummary* s = summaryWindow();
+    s->AddToOutput(QStringLiteral("---- ") + heading);
+    for (const QString& line : lines) s->AddToOutput(line);
+    s->showOver(*this, wait);
+}
+
 Builder* frmMain::OpenEditorTab(bool editExisting, const QString& existingVmxFileName, const QString& displayName,
                                 int configVersion, const QString& newVmxPath) {
+    const QString existing = absolutePath(existingVmxFileName);
+    if (editExisting) {
+        if (Builder* open = editorHolding(existing)) {
+            sstMain_->setCurrentWidget(open);
+            return open;
+        }
+    }
     const QString name = QStringLiteral("Builder") + QString::number(++tabCounter_);
     auto* editor = new Builder(sstMain_);
     editor->setObjectName(name);
     editor->EditExistingFile = editExisting;
     if (editExisting) {
-        editor->ExistingVmxFileName = existingVmxFileName;
+        editor->ExistingVmxFileName = existing;
     } else {
         editor->DisplayName = displayName;
-        editor->NewVmxPath = newVmxPath;
+        QString folder = absolutePath(newVmxPath);
+        if (!folder.isEmpty() && !folder.endsWith('/')) folder += '/';
+        editor->NewVmxPath = folder;
     }
     editor->LanguageOffset = languageOffset();
     editor->CreateBackups = settings_.CreateBackups;
@@ -253,27 +208,15 @@ Builder* frmMain::OpenEditorTab(bool editExisting, const QString& existingVmxFil
         return nullptr;
     }
     const QString icon = configVersion < kConfigVersionCurrent ? "OldVM" : "VM";
-    QString caption = editor->favoriteDisplayName();
-    if (caption.isEmpty()) caption = uiText(26, languageOffset());
-    const int index = sstMain_->addTab(editor, machineIcon(icon), caption);
-    sstMain_->tabBar()->setTabData(index, name);
-    connect(editor, &Builder::displayNameChanged, this, [this, editor](const QString& text) {
-        const int at = sstMain_->indexOf(editor);
-        UpdateTab(at, editor->objectName(), text.isEmpty() ? uiText(26, languageOffset()) : text);
-    });
-    connect(editor, &Builder::written, this, [this](const QString& path, const QString& text) {
-        frmSummary* s = summaryWindow();
-        s->AddToOutput(QStringLiteral("---- ") + path);
-        s->AddToOutput(text);
-        s->show();
-    });
+    const int index = sstMain_->addTab(editor, machineIcon(icon), QString());
+    refreshTab(editor);
+    connect(editor, &Builder::displayNameChanged, this, [this, editor] { refreshTab(editor); });
+    connect(editor, &Builder::stateChanged, this, [this, editor] { refreshTab(editor); });
+    // The save waits until the user has read what was written and closed the window.
+    connect(editor, &Builder::written, this,
+            [this](const QString& path, const QString& text) { showSummary(path, {text}, true); });
     sstMain_->setCurrentIndex(index);
-    if (!editor->loadNotices().isEmpty()) {
-        frmSummary* s = summaryWindow();
-        s->AddToOutput(QStringLiteral("---- ") + existingVmxFileName);
-        for (const QString& notice : editor->loadNotices()) s->AddToOutput(notice);
-        s->show();
-    }
+    if (!editor->loadNotices().isEmpty()) showSummary(existing, editor->loadNotices(), false);
     return editor;
 }
 
@@ -284,7 +227,7 @@ bool frmMain::CloseEditorTab() {
     if (!editor) return false;
     if (editor->ChangesPending()) {
         const int o = languageOffset();
-        const Answer a = showMessage(this, MessageKind::Question, uiText(29, o) + " - " + sstMain_->tabText(index),
+        const Answer a = showMessage(this, MessageKind::Question, uiText(29, o) + " - " + tabCaption(*editor),
                                      uiText(30, o));
         if (a != Answer::Yes) return false;
     }
@@ -296,8 +239,7 @@ bool frmMain::CloseEditorTab() {
 
 void frmMain::newConfiguration() {
     const int o = languageOffset();
-    QString folder = pickFolder(this, uiText(23, o), QDir::homePath());
-    if (!folder.isEmpty() && !folder.endsWith('/') && !folder.endsWith(QDir::separator())) folder += '/';
+    const QString folder = pickFolder(this, uiText(23, o), pickerStartFolder(currentMachineFolder()));
     const QString proposal = uiText(26, o);
     const QString name = askText(this, uiText(25, o), uiText(24, o), proposal).value_or(proposal);
     OpenEditorTab(false, QString(), name, kConfigVersionCurrent, folder);
@@ -306,7 +248,7 @@ void frmMain::newConfiguration() {
 void frmMain::openConfiguration() {
     const int o = languageOffset();
     const QString filter = uiText(28, o) + " (*.vmx)";
-    QString file = pickOpenFile(this, uiText(27, o), filter, QDir::homePath());
+    QString file = pickOpenFile(this, uiText(27, o), filter, pickerStartFolder(currentMachineFolder()));
     if (!file.isEmpty()) OpenEditorTab(true, file, QString(), kConfigVersionCurrent, QString());
 }
 
@@ -345,12 +287,13 @@ void frmMain::launchConfiguration() { launchPath(currentVmxPath_); }
 
 void frmMain::launchPath(const QString& path) {
     if (path.trimmed().isEmpty()) return;
-    LaunchVmx(planLaunch(path, qs(settings_.LaunchApplication)));
+    const QString failure = LaunchVmx(planLaunch(path, qs(settings_.LaunchApplication)));
+    if (!failure.isEmpty()) showMessage(this, MessageKind::Warning, uiText(21, languageOffset()), failure);
 }
 
 void frmMain::showOptions() {
     OptionValues values{qs(settings_.IniLocation), settings_.CreateBackups, qs(settings_.LaunchApplication),
-                        qs(settings_.ImagePath), settings_.LanguageOffset};
+                        qs(settings_.ImagePath), settings_.LanguageOffset, qs(settings_.TempFolder)};
     frmOptions dialog(values, this);
     connect(&dialog, &frmOptions::languageChanged, this, [this](int offset) {
         settings_.LanguageOffset = offset;
@@ -358,6 +301,8 @@ void frmMain::showOptions() {
     });
     if (dialog.exec() != QDialog::Accepted) return;
     const OptionValues v = dialog.values();
+    if (auto failed = carrySettingsFile(settings_.IniLocation, v.iniLocation.toStdString()))
+        showMessage(this, *failed, languageOffset());
     settings_.IniLocation = v.iniLocation.toStdString();
     settings_.CreateBackups = v.createBackups;
     settings_.LaunchApplication = v.launchApplication.toStdString();
@@ -411,7 +356,7 @@ void frmMain::dragEnterEvent(QDragEnterEvent* event) {
 
 void frmMain::dropEvent(QDropEvent* event) {
     for (const QUrl& url : event->mimeData()->urls()) {
-        const QString file = url.toLocalFile();
+        const QString file = absolutePath(url.toLocalFile());
         if (url.isLocalFile() && file.endsWith(".vmx", Qt::CaseInsensitive))
             OpenEditorTab(true, file, QString(), kConfigVersionCurrent, QString());
     }

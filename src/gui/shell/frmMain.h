@@ -34,6 +34,8 @@ public:
     void UpdateFavoritesList();
 
     // Creates one editor tab; returns the editor, or nullptr when the file could not be read.
+    // Paths are made absolute first; a file that a tab already holds (by its real path) is not
+    // opened again: that tab is shown and its editor returned.
     Builder* OpenEditorTab(bool editExisting, const QString& existingVmxFileName, const QString& displayName,
                            int configVersion, const QString& newVmxPath);
     bool CloseEditorTab();
@@ -63,7 +65,13 @@ private:
     void buildActions();
     void buildMenus();
     void buildToolbar();
+    void labelMenus(int languageOffset);
     void startUp(const QString& commandLine);
+    Builder* editorHolding(const QString& vmxPath) const;
+    QString tabCaption(const Builder& editor) const;
+    void refreshTab(Builder* editor);
+    QString currentMachineFolder() const;
+    void showSummary(const QString& heading, const QStringList& lines, bool wait);
     void AddVMToFavorites(const Builder& editor);
     void removeFavorite(const QString& displayName);
     void launchPath(const QString& path);
@@ -85,6 +93,7 @@ private:
     QMenu* mnuFile_;
     QMenu* mnuVM_;
     QMenu* mnuHelp_;
+    QAction* menuKey_;  // F10: opens the first menu
     QAction* mnuFileNew_;
     QAction* mnuFileEdit_;
     QAction* mnuFileQuit_;

@@ -10,6 +10,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "core/shell/ProgramSettings.h"
 #include "gui/support/NamedWidget.h"
 #include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
@@ -30,6 +31,9 @@ frmOptions::frmOptions(const OptionValues& values, QWidget* parent) : QDialog(pa
     lblIniPath_ = named<QLabel>("lblIniPath", fraGeneral_);
     txtIniPath_ = named<QLineEdit>("txtIniPath", values.iniLocation, fraGeneral_);
     cmdBrowseForIniPath_ = named<QPushButton>("cmdBrowseForIniPath", "...", fraGeneral_);
+    lblIniNote_ = named<QLabel>("lblIniNote", fraGeneral_);
+    lblIniNote_->setWordWrap(true);
+    lblIniNote_->setForegroundRole(QPalette::PlaceholderText);
     chkBackup_ = named<QCheckBox>("chkBackup", fraGeneral_);
     chkBackup_->setChecked(values.createBackups);
     lblTarget_ = named<QLabel>("lblTarget", fraGeneral_);
@@ -49,6 +53,7 @@ frmOptions::frmOptions(const OptionValues& values, QWidget* parent) : QDialog(pa
         grid->addWidget(browse, row++, 1);
     };
     addPathRow(lblIniPath_, txtIniPath_, cmdBrowseForIniPath_);
+    grid->addWidget(lblIniNote_, row++, 0, 1, 2);
     grid->addWidget(chkBackup_, row++, 0, 1, 2);
     addPathRow(lblTarget_, txtTarget_, cmdBrowseForTarget_);
     addPathRow(lblImagePath_, txtImagePath_, cmdBrowseForImagePath_);
@@ -74,6 +79,8 @@ frmOptions::frmOptions(const OptionValues& values, QWidget* parent) : QDialog(pa
     connect(cmdBrowseForIniPath_, &QPushButton::clicked, this, [this] { browseFolder(txtIniPath_, 54); });
     connect(cmdBrowseForImagePath_, &QPushButton::clicked, this, [this] { browseFolder(txtImagePath_, 60); });
     connect(cmdBrowseForTarget_, &QPushButton::clicked, this, &frmOptions::browseTarget);
+    connect(txtIniPath_, &QLineEdit::textChanged, this, &frmOptions::showSettingsPlaces);
+    showSettingsPlaces();
 
     auto* body = new QHBoxLayout;
     body->addWidget(fraGeneral_, 1);
@@ -98,6 +105,11 @@ void frmOptions::UpdateUILabels() {
     for (int i = 0; i < 5; ++i) optLang_[i]->setText(uiText(kFirstLanguageTextId + i, o));
     cmdOK_->setText(uiText(50, o));
     cmdCancel_->setText(uiText(51, o));
+}
+
+void frmOptions::showSettingsPlaces() {
+    lblIniNote_->setText(
+        qs(settingsPlacesNote(txtIniPath_->text().toStdString(), values_.tempFolder.toStdString())));
 }
 
 int frmOptions::chosenLanguage() const {

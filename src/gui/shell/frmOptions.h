@@ -19,6 +19,7 @@ struct OptionValues {
     QString launchApplication;
     QString imagePath;
     int languageOffset = 0;
+    QString tempFolder;  // where the settings are written (shown, not edited)
 };
 
 class frmOptions : public QDialog {
@@ -36,6 +37,7 @@ signals:
 
 private:
     void UpdateUILabels();
+    void showSettingsPlaces();
     void acceptValues();
     void browseFolder(QLineEdit* box, int titleId);
     void browseTarget();
@@ -45,6 +47,7 @@ private:
     QGroupBox* fraGeneral_;
     QLabel* lblIniPath_;
     QLineEdit* txtIniPath_;
+    QLabel* lblIniNote_;
     QPushButton* cmdBrowseForIniPath_;
     QCheckBox* chkBackup_;
     QLabel* lblTarget_;

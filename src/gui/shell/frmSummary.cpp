@@ -4,9 +4,12 @@
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 
+#include "gui/support/FormPosition.h"
+#include "gui/support/Prompts.h"
+
 namespace arden::gui {
 
-frmSummary::frmSummary(QWidget* parent) : QWidget(parent, Qt::Window) {
+frmSummary::frmSummary(QWidget* parent) : QDialog(parent) {
     setObjectName("frmSummary");
     setWindowTitle("Summary");
     txtOutput_ = new QPlainTextEdit(this);
@@ -22,5 +25,15 @@ frmSummary::frmSummary(QWidget* parent) : QWidget(parent, Qt::Window) {
 void frmSummary::AddToOutput(const QString& line) { txtOutput_->appendPlainText(line); }
 
 QString frmSummary::output() const { return txtOutput_->toPlainText(); }
+
+void frmSummary::showOver(const QWidget& owner, bool wait) {
+    if (wait || !isVisible()) centreOver(*this, owner);
+    if (wait) {
+        showAndWait(*this);
+    } else {
+        show();
+        raise();
+    }
+}
 
 }  // namespace arden::gui

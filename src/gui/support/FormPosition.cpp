@@ -1,6 +1,7 @@
 #include "gui/support/FormPosition.h"
 
 #include <QGuiApplication>
+#include <algorithm>
 #include <QScreen>
 #include <QWidget>
 
@@ -31,6 +32,18 @@ bool saveFormPosition(const QWidget& window, const QString& iniPath, const QStri
     if (ini.SaveFormPosition(placement)) return true;
     if (error) *error = QString::fromStdString(ini.LastError());
     return false;
+}
+
+void centreOver(QWidget& window, const QWidget& owner) {
+    const QWidget* top = owner.window();
+    QRect placed(QPoint(), window.size());
+    placed.moveCenter(top->geometry().center());
+    if (const QScreen* screen = top->screen()) {
+        const QRect area = screen->availableGeometry();
+        placed.moveLeft(std::clamp(placed.left(), area.left(), std::max(area.left(), area.right() - placed.width())));
+        placed.moveTop(std::clamp(placed.top(), area.top(), std::max(area.top(), area.bottom() - placed.height())));
+    }
+    window.move(placed.topLeft());
 }
 
 bool loadFormPosition(QWidget& window, const QString& iniPath, const QString& section) {

@@ -1,7 +1,11 @@
 #include "gui/support/Prompts.h"
 
+
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 
 #include "gui/support/UiText.h"
@@ -10,6 +14,15 @@ namespace arden::gui {
 namespace {
 
 PromptScript* g_script = nullptr;
+QString g_lastFolder;  // the folder of what a picker last returned
+
+// Room a title bar needs beside its text: the window icon and the three window buttons.
+constexpr int kTitleBarExtras = 200;
+
+QString remembered(const QString& picked, bool isFolder) {
+    if (!picked.isEmpty()) g_lastFolder = isFolder ? picked : QFileInfo(picked).absolutePath();
+    return picked;
+}
 
 QMessageBox::Icon iconOf(MessageKind kind) {
     switch (kind) {
@@ -23,8 +36,14 @@ QMessageBox::Icon iconOf(MessageKind kind) {
 
 }  // namespace
 
-PromptScript::PromptScript() : previous_(g_script) { g_script = this; }
-PromptScript::~PromptScript() { g_script = previous_; }
+PromptScript::PromptScript() : previous_(g_script), previousLastFolder_(g_lastFolder) {
+    g_script = this;
+    g_lastFolder.clear();
+}
+PromptScript::~PromptScript() {
+    g_script = previous_;
+    g_lastFolder = previousLastFolder_;
+}
 PromptScript* PromptScript::active() { return g_script; }
 
 std::vector<ShownPrompt> PromptScript::messages() const {
@@ -46,7 +65,7 @@ QString PromptScript::takePath(ShownPrompt prompt) {
 Answer showMessage(QWidget* parent, MessageKind kind, const QString& title, const QString& text) {
     const bool question = kind == MessageKind::Question;
     if (PromptScript* s = g_script) {
-        s->shown_.push_back({ShownPrompt::MessageBox, kind, title, text});
+        s->shown_.push_back({ShownPrompt::MessageBox, kind, title, text, {}});
         if (!question) return Answer::Ok;
         if (s->answers_.empty()) return Answer::No;
         Answer a = s->answers_.front();
@@ -56,6 +75,7 @@ Answer showMessage(QWidget* parent, MessageKind kind, const QString& title, cons
     QMessageBox box(iconOf(kind), title, text,
                     question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, parent);
     box.setObjectName("msgBox");
+    if (question) box.setDefaultButton(QMessageBox::No);
     int result = box.exec();
     if (!question) return Answer::Ok;
     return result == QMessageBox::Yes ? Answer::Yes : Answer::No;
@@ -66,20 +86,43 @@ Answer showMessage(QWidget* parent, const Message& message, int languageOffset) 
                        uiText(message.text, languageOffset));
 }
 
+void showAndWait(QDialog& window) {
+    if (PromptScript* s = g_script) {
+        s->shown_.push_back({ShownPrompt::Window, MessageKind::Information, window.windowTitle(), {}, {}});
+        if (!s->windowsBlock_) {
+            window.show();
+            return;
+        }
+    }
+    if (window.isVisible()) window.hide();  // modality takes effect when the window is shown
+    window.setWindowModality(Qt::ApplicationModal);
+    window.exec();
+}
+
+QString pickerStartFolder(const QString& machineFolder) {
+    for (const QString& folder : {g_lastFolder, machineFolder}) {
+        if (!folder.isEmpty() && QFileInfo(folder).isDir()) return QDir::cleanPath(QFileInfo(folder).absoluteFilePath());
+    }
+    return QDir::homePath();
+}
+
 QString pickFolder(QWidget* parent, const QString& title, const QString& startFolder) {
-    if (g_script) return g_script->takePath({ShownPrompt::Folder, MessageKind::Information, title, startFolder});
-    return QFileDialog::getExistingDirectory(parent, title, startFolder);
+    if (g_script)
+        return remembered(g_script->takePath({ShownPrompt::Folder, MessageKind::Information, title, {}, startFolder}), true);
+    return remembered(QFileDialog::getExistingDirectory(parent, title, startFolder), true);
 }
 
 QString pickOpenFile(QWidget* parent, const QString& title, const QString& filter, const QString& startFolder) {
-    if (g_script) return g_script->takePath({ShownPrompt::OpenFile, MessageKind::Information, title, filter});
-    return QFileDialog::getOpenFileName(parent, title, startFolder, filter);
+    if (g_script)
+        return remembered(
+            g_script->takePath({ShownPrompt::OpenFile, MessageKind::Information, title, filter, startFolder}), false);
+    return remembered(QFileDialog::getOpenFileName(parent, title, startFolder, filter), false);
 }
 
 std::optional<QString> askText(QWidget* parent, const QString& prompt, const QString& title,
                                const QString& proposal) {
     if (PromptScript* s = g_script) {
-        s->shown_.push_back({ShownPrompt::Input, MessageKind::Question, title, prompt});
+        s->shown_.push_back({ShownPrompt::Input, MessageKind::Question, title, prompt, {}});
         std::optional<QString> answer;
         if (!s->inputs_.empty()) {
             answer.swap(s->inputs_.front());
@@ -87,10 +130,18 @@ std::optional<QString> askText(QWidget* parent, const QString& prompt, const QSt
         }
         return answer;
     }
-    bool ok = false;
-    QString text = QInputDialog::getText(parent, title, prompt, QLineEdit::Normal, proposal, &ok);
-    if (!ok) return std::nullopt;
-    return text;
+    QInputDialog box(parent);
+    box.setObjectName("inputBox");
+    box.setWindowTitle(title);
+    box.setLabelText(prompt);
+    box.setTextValue(proposal);
+    QFont titleFont = box.font();
+    titleFont.setBold(true);  // title bars commonly draw their text in bold
+    // The dialog's layout fixes its minimum size from its contents, so the text box is widened.
+    if (auto* edit = box.findChild<QLineEdit*>())
+        edit->setMinimumWidth(QFontMetrics(titleFont).horizontalAdvance(title) + kTitleBarExtras);
+    if (box.exec() != QDialog::Accepted) return std::nullopt;
+    return box.textValue();
 }
 
 }  // namespace arden::gui

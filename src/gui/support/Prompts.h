@@ -10,35 +10,48 @@
 
 #include "core/support/Message.h"
 
+class QDialog;
 class QWidget;
 
 namespace arden::gui {
 
 enum class Answer { Ok, Yes, No };
 
-// Asks (Yes/No) for a Question, otherwise shows the box with an OK button.
+// Asks (Yes/No) for a Question, otherwise shows the box with an OK button. A question's default
+// button (what Enter answers) is No: only a deliberate Yes proceeds.
 Answer showMessage(QWidget* parent, MessageKind kind, const QString& title, const QString& text);
 // A core message, its ids resolved with the language offset.
 Answer showMessage(QWidget* parent, const Message& message, int languageOffset);
 
-// Folder picker; empty when cancelled.
+// Where a picker opens: the folder last chosen in any picker, else `machineFolder` (the folder of
+// the configuration at hand), else the home folder; a folder that is no longer there is skipped.
+QString pickerStartFolder(const QString& machineFolder);
+
+// Folder picker; empty when cancelled. Pickers remember the folder of what was chosen.
 QString pickFolder(QWidget* parent, const QString& title, const QString& startFolder);
 // Open-file picker; `filter` in Qt form ("VMware Configuration File (*.vmx)"); empty when cancelled.
 QString pickOpenFile(QWidget* parent, const QString& title, const QString& filter, const QString& startFolder);
-// Input box; nothing when cancelled.
+// Input box, wide enough for its title; nothing when cancelled.
 std::optional<QString> askText(QWidget* parent, const QString& prompt, const QString& title,
                                const QString& proposal);
 
+// Shows a window the flow waits on (application-modal) and returns once it is closed.
+void showAndWait(QDialog& window);
+
 // What a prompt showed, as a test reads it back.
 struct ShownPrompt {
-    enum Type { MessageBox, Folder, OpenFile, Input } type = MessageBox;
+    enum Type { MessageBox, Folder, OpenFile, Input, Window } type = MessageBox;
     MessageKind kind = MessageKind::Information;
     QString title;
     QString text;  // message text, input prompt or picker filter
+    QString startFolder;  // where a picker opened
 };
 
 // A test's script: while one exists, prompts are answered from its queues (in call order)
-// and recorded. An empty queue answers as a user who cancels (No for questions).
+// and recorded. An empty queue answers as a user who cancels (No for questions). A script starts
+// with no folder remembered by the pickers and gives back the one from before when it ends.
+// A window shown through showAndWait is recorded and left open without waiting, unless the
+// script lets windows block (for a test that drives the window itself).
 class PromptScript {
 public:
     PromptScript();
@@ -50,6 +63,7 @@ public:
     void folder(const QString& path) { paths_.push_back(path); }
     void file(const QString& path) { paths_.push_back(path); }
     void input(std::optional<QString> text) { inputs_.push_back(std::move(text)); }
+    void letWindowsBlock(bool block) { windowsBlock_ = block; }
 
     const std::vector<ShownPrompt>& shown() const { return shown_; }
     std::vector<ShownPrompt> messages() const;  // message boxes only
@@ -62,6 +76,7 @@ private:
     friend QString pickFolder(QWidget*, const QString&, const QString&);
     friend QString pickOpenFile(QWidget*, const QString&, const QString&, const QString&);
     friend std::optional<QString> askText(QWidget*, const QString&, const QString&, const QString&);
+    friend void showAndWait(QDialog&);
 
     QString takePath(ShownPrompt prompt);  // records a picker and answers it from the queue
 
@@ -69,7 +84,9 @@ private:
     std::deque<QString> paths_;
     std::deque<std::optional<QString>> inputs_;
     std::vector<ShownPrompt> shown_;
+    bool windowsBlock_ = false;
     PromptScript* previous_ = nullptr;
+    QString previousLastFolder_;
 };
 
 }  // namespace arden::gui

@@ -139,3 +139,24 @@ TEST(Favorites, StatusIconsAndRows) {
     for (std::size_t i = 0; i < rows.size(); ++i) EXPECT_EQ(rows[i].IconKey, icons[i]) << rows[i].DisplayName;
     EXPECT_EQ(rows[2].ConfigVersion, "7");
 }
+
+TEST(CarrySettingsFile, CopiesOnlyIntoAFolderWithoutOne) {
+    Settings t;
+    for (const char* folder : {"old", "empty", "own", "none-here"}) std::filesystem::create_directory(t.dir / folder);
+    writeBytes(t.dir / "old" / "ArdenForge.ini", "[Favorites]\r\nFavorite0=A\t/a.vmx\t8\r\n");
+    writeBytes(t.dir / "own" / "ArdenForge.ini", "[General]\r\n");
+    const std::string old = (t.dir / "old").string();
+
+    EXPECT_FALSE(carrySettingsFile(old, (t.dir / "empty").string()));
+    EXPECT_EQ(readBytes(t.dir / "empty" / "ArdenForge.ini"), "[Favorites]\r\nFavorite0=A\t/a.vmx\t8\r\n");
+    EXPECT_FALSE(carrySettingsFile(old, (t.dir / "own").string()));
+    EXPECT_EQ(readBytes(t.dir / "own" / "ArdenForge.ini"), "[General]\r\n") << "a folder's own file is kept";
+    EXPECT_FALSE(carrySettingsFile((t.dir / "none-here").string(), (t.dir / "own2").string()));
+    EXPECT_FALSE(std::filesystem::exists(t.dir / "own2")) << "nothing to copy";
+
+    auto failed = carrySettingsFile(old, (t.dir / "missing" / "deeper").string());
+    ASSERT_TRUE(failed);
+    EXPECT_EQ(failed->kind, MessageKind::Warning);
+    EXPECT_NE(noticeText({*failed}).find((t.dir / "missing" / "deeper" / "ArdenForge.ini").string()), std::string::npos)
+        << noticeText({*failed});
+}

@@ -1,8 +1,14 @@
 // arden_screenshots OUTDIR [SUFFIX]: renders the program's windows offscreen to OUTDIR/NAME SUFFIX.png
 // at a 1280x800 main window. Run it with QT_SCALE_FACTOR=2 for the 2x pictures.
+//
+// The pictures show a user's machines under /home/user/vms, never the scratch folder the sample
+// really lies in: the sample is opened from a temporary copy, and the places where a path shows
+// (the Home list, the editor's folder box, the options dialog) are given the neutral folder.
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QDir>
+#include <QLineEdit>
+#include <QSignalBlocker>
 #include <QTabWidget>
 #include <QTemporaryDir>
 #include <QTimer>
@@ -14,11 +20,23 @@
 #include "gui/config/Builder.h"
 #include "gui/shell/frmMain.h"
 #include "gui/shell/frmOptions.h"
+#include "gui/support/Icons.h"
 #include "gui/support/Prompts.h"
 
 namespace {
 
 QString g_out, g_suffix;
+const std::string kNeutralFolder = "/home/user/vms";
+
+// The first `count` rows of the Home list get the icon of a configuration that is there.
+void showPresent(QWidget& window, int count) {
+    auto* list = window.findChild<QTreeWidget*>("lvwVMs");
+    for (int i = 0; list && i < count && i < list->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* row = list->topLevelItem(i);
+        const QString key = row->data(0, Qt::UserRole).toString().remove("Missing");
+        row->setIcon(0, arden::gui::machineIcon(key));
+    }
+}
 
 void save(QWidget* w, const QString& name) {
     QApplication::processEvents();
@@ -53,16 +71,22 @@ int main(int argc, char** argv) {
     arden::gui::frmMain window;
     window.resize(1280, 800);
     auto& favs = window.settings().Favorites;
-    arden::AddFavorite(favs, {"Windows XP Professional", copy.toStdString(), 8, 0});
-    arden::AddFavorite(favs, {"Build Server", "/srv/vm/build/build.vmx", 8, 0});
-    arden::AddFavorite(favs, {"Legacy NT4", "/srv/vm/nt4/nt4.vmx", 7, 0});
+    arden::AddFavorite(favs, {"Windows XP Professional", kNeutralFolder + "/WinXP/WinXPPro.vmx", 8, 0});
+    arden::AddFavorite(favs, {"Build Server", kNeutralFolder + "/build/build.vmx", 8, 0});
+    arden::AddFavorite(favs, {"Legacy NT4", kNeutralFolder + "/nt4/nt4.vmx", 7, 0});
+    arden::AddFavorite(favs, {"Old Test Rig", kNeutralFolder + "/retired/rig.vmx", 8, 0});
     window.UpdateFavoritesList();
+    showPresent(window, 3);  // all but the last stand for files that are there
     window.show();
     save(&window, "main-home");
 
     window.settings().CreateBackups = false;
     arden::gui::Builder* editor = window.OpenEditorTab(true, copy, {}, 8, {});
     if (!editor) return 1;
+    if (auto* folder = editor->findChild<QLineEdit*>("txtVmxFolder")) {
+        const QSignalBlocker quiet(folder);  // shown only: the model keeps the real folder
+        folder->setText(QString::fromStdString(kNeutralFolder + "/WinXP"));
+    }
     auto* tabs = editor->findChild<QTabWidget*>("sstMain");
     auto* options = editor->findChild<QTreeWidget*>("lvwOptionsList");
     const char* pages[] = {"general", "power", "shared-folders", "snapshots", "isolation", "advanced"};
@@ -81,7 +105,7 @@ int main(int argc, char** argv) {
         }
     }
 
-    arden::gui::frmOptions dialog({scratch.path(), true, {}, {}, 0}, &window);
+    arden::gui::frmOptions dialog({"/home/user/.config/Arden Forge", true, {}, "/home/user/iso", 0, "/tmp/"}, &window);
     dialog.show();
     dialog.adjustSize();
     save(&dialog, "options");
