@@ -2,14 +2,21 @@
 # the build needs when they are missing (apt-get update once, then install), then build.
 
 BUILD_DIR ?= build
+ASAN_BUILD_DIR ?= build-asan
+FUZZ_BUILD_DIR ?= build-fuzz
 JOBS ?= $(shell nproc 2>/dev/null || echo 2)
 CMAKE_FLAGS ?=
 
 DEB_PACKAGES := build-essential cmake pkg-config libgtest-dev libgmock-dev \
     qt6-base-dev qt6-base-dev-tools libgl-dev \
-    qemu-utils libvmdk-utils xvfb xauth fonts-dejavu-core
+    qemu-utils libvmdk-utils xvfb xauth fonts-dejavu-core clang
 
-.PHONY: all deps configure build run test bench screenshots clean
+# The fuzz targets (tests/fuzz) and how long `make fuzz` runs each of them, one after another.
+FUZZ_TARGETS := fuzz_vmx_roundtrip fuzz_disk_descriptor fuzz_ini_document
+FUZZ_SECONDS ?= 60
+
+.PHONY: all deps configure build run test test-plain sanitize-build test-sanitize fuzz-build test-fuzz fuzz \
+    bench screenshots clean
 
 all: build
 
@@ -38,8 +45,42 @@ run: build
 	    else echo "No display found: starting Arden Forge under xvfb-run."; xvfb-run -a $(BUILD_DIR)/src/app/arden-forge $(ARGS); fi; \
 	else $(BUILD_DIR)/src/cli/arden-forge-cli help; fi
 
-test: build
+# Every test three ways, one after another: the plain build, the same tests built with
+# AddressSanitizer and UndefinedBehaviorSanitizer (any report or leak fails), and the fuzz
+# targets' regression runs over their seed corpora.
+test:
+	$(MAKE) --no-print-directory test-plain
+	$(MAKE) --no-print-directory test-sanitize
+	$(MAKE) --no-print-directory test-fuzz
+
+test-plain: build
 	cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS) -LE bench
+
+$(ASAN_BUILD_DIR)/CMakeCache.txt:
+	cmake -S . -B $(ASAN_BUILD_DIR) -DARDEN_SANITIZE=ON $(CMAKE_FLAGS)
+
+sanitize-build: deps $(ASAN_BUILD_DIR)/CMakeCache.txt
+	cmake --build $(ASAN_BUILD_DIR) -j $(JOBS)
+
+test-sanitize: sanitize-build
+	cd $(ASAN_BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -j $(JOBS) -LE bench
+
+$(FUZZ_BUILD_DIR)/CMakeCache.txt:
+	cmake -S . -B $(FUZZ_BUILD_DIR) -DARDEN_FUZZ=ON -DCMAKE_CXX_COMPILER=clang++ $(CMAKE_FLAGS)
+
+fuzz-build: deps $(FUZZ_BUILD_DIR)/CMakeCache.txt
+	cmake --build $(FUZZ_BUILD_DIR) -j $(JOBS)
+
+test-fuzz: fuzz-build
+	cd $(FUZZ_BUILD_DIR) && ctest --output-on-failure -j $(JOBS) -L fuzz
+
+# Fuzzes each target for FUZZ_SECONDS (`make fuzz FUZZ_SECONDS=600`); the corpus it grows is
+# kept in $(FUZZ_BUILD_DIR)/fuzz, reproducers of failures in $(FUZZ_BUILD_DIR)/fuzz/<target>/crashes.
+fuzz: fuzz-build
+	@status=0; for t in $(FUZZ_TARGETS); do \
+	    sh tests/fuzz/run-fuzzer.sh $(FUZZ_BUILD_DIR)/tests/fuzz/$$t $(FUZZ_BUILD_DIR)/fuzz \
+	        -max_total_time=$(FUZZ_SECONDS) -print_final_stats=1 || status=1; \
+	done; exit $$status
 
 bench: build
 	cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -L bench -V
@@ -50,4 +91,4 @@ screenshots: build
 	QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=2 $(BUILD_DIR)/tests/gui/screenshots/arden_screenshots docs/screenshots @2x
 
 clean:
-	rm -rf $(BUILD_DIR)
+	rm -rf $(BUILD_DIR) $(ASAN_BUILD_DIR) $(FUZZ_BUILD_DIR)
