@@ -14,6 +14,10 @@ int runCheck(Args args);
 // Virtual disks (DiskCommands.cpp)
 int runDisk(Args args);
 
+// Hardware: device add | remove | node, memory (DeviceCommands.cpp)
+int runDevice(Args args);
+int runMemory(Args args);
+
 // Favourites (FavoriteCommands.cpp)
 int runFavorites(Args args);
 

@@ -5,8 +5,8 @@
 #include <random>
 
 #include "cli/CliCommands.h"
+#include "cli/ConfigFile.h"
 #include "core/config/SaveFlow.h"
-#include "core/config/VmxLoader.h"
 #include "core/hardware/DeviceTexts.h"
 #include "core/shell/GetText.h"
 
@@ -19,36 +19,6 @@ std::string allowedVersions(int platform) {
     std::string text;
     for (std::string_view v : platformVersions(platform)) text += (text.empty() ? "\"" : ", \"") + std::string(v) + "\"";
     return text;
-}
-
-// Loads a configuration; prints the refusal and returns nothing when it cannot be read.
-std::optional<VmConfiguration> load(const std::string& file, bool printNotices = true) {
-    LoadResult r = loadVmxFile(fs::absolute(file));
-    if (!r.ok) {
-        printMessage(*r.error);
-        return std::nullopt;
-    }
-    if (printNotices) {
-        for (const LoadNotice& n : r.notices) std::cerr << file << ":" << n.line << ": " << n.text << '\n';
-    }
-    return std::move(r.config);
-}
-
-// Saves through the editor's save flow. A machine that a VMware product has open is not
-// written over: the question is answered No.
-int save(const VmConfiguration& config) {
-    if (auto question = inUseQuestion(config)) {
-        printMessage(*question);
-        std::cerr << "Answered No: nothing was written.\n";
-        return Refused;
-    }
-    SaveResult r = CreateVmxFile(config);
-    if (!r.written) {
-        printMessage(*r.refusal);
-        return Refused;
-    }
-    std::cout << r.path << '\n';
-    return Success;
 }
 
 }  // namespace
@@ -84,13 +54,13 @@ int runNew(Args args) {
                              {TextPart::fixed(config.vmxPath() + " already exists; choose another name or folder")}});
         return Refused;
     }
-    return save(config);
+    return saveConfiguration(config);
 }
 
 int runShow(Args args) {
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 1) return usageError("show needs one FILE");
-    auto config = load(args[0]);
+    auto config = loadConfiguration(args[0]);
     if (!config) return Refused;
     const ProductSettings& p = config->product;
     auto versions = platformVersions(p.platform);
@@ -126,7 +96,7 @@ int runResave(Args args) {
     if (missing) return usageError("--output needs a file name");
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 1) return usageError("resave needs one FILE");
-    auto config = load(args[0]);
+    auto config = loadConfiguration(args[0]);
     if (!config) return Refused;
     if (backup) {
         bool ok = false;
@@ -141,13 +111,13 @@ int runResave(Args args) {
         config->identity.vmxFolder = folder;
         config->identity.vmxFileName = out.filename().string();
     }
-    return save(*config);
+    return saveConfiguration(*config);
 }
 
 int runCheck(Args args) {
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 1) return usageError("check needs one FILE");
-    auto config = load(args[0]);
+    auto config = loadConfiguration(args[0]);
     if (!config) return Refused;
     if (auto refusal = checkSave(*config)) {
         printMessage(*refusal);

@@ -29,6 +29,22 @@ const Command kCommands[] = {
     {"check", arden::cli::runCheck,
      "check FILE\n"
      "      Load FILE and run the save checks without writing."},
+    {"device", arden::cli::runDevice,
+     "device add FILE TYPE [--node NODE] [--file PATH]\n"
+     "      Add a device of TYPE (its English name, e.g. \"Hard Disk\", \"DVD/CD-ROM Drive\",\n"
+     "      \"Serial Port\") within the machine's limits and print its entry and node. A disk-like\n"
+     "      device takes NODE (e.g. \"IDE 1:0\") or the first free node, IDE before SCSI; --file\n"
+     "      points it at a disk, image, output file or host device (needed for \"Hard Disk\" and\n"
+     "      \"Generic SCSI Device\").\n"
+     "  device remove FILE ENTRY\n"
+     "      Remove the hardware entry whose text is ENTRY (e.g. \"CD-ROM 1\").\n"
+     "  device node FILE ENTRY NODE\n"
+     "      Put ENTRY on NODE; a disk-like device holding NODE moves to the first free node.\n"
+     "      Each edit first copies FILE to FILE.bak; notices are printed and the command goes on."},
+    {"memory", arden::cli::runMemory,
+     "memory FILE MB\n"
+     "      Set the memory within the range of the machine's product and version, rounded down\n"
+     "      to a multiple of 4 MB; FILE is copied to FILE.bak first."},
     {"disk", arden::cli::runDisk,
      "disk create FILE.vmdk --size SIZE --adapter ide|buslogic|lsilogic\n"
      "           --type growable|growable-split|preallocated|preallocated-split [--yes]\n"

@@ -186,8 +186,15 @@ void Loader::dataLine(const Line& line) {
     std::size_t quotes = static_cast<std::size_t>(std::count(rawValue.begin(), rawValue.end(), '"'));
     std::string value;
     value.reserve(rawValue.size());
-    for (char ch : rawValue) {
-        if (ch != '"') value += ch;
+    for (std::size_t i = 0; i < rawValue.size(); ++i) {
+        if (rawValue[i] == '"') continue;
+        // "|22" is VMware's escape of a double quote inside a value; the writer writes it so.
+        if (rawValue.compare(i, 3, "|22") == 0) {
+            value += '"';
+            i += 2;
+            continue;
+        }
+        value += rawValue[i];
     }
     if (quotes % 2 != 0) notice(line, "unbalanced quotes in the value of " + key + "; read as \"" + value + "\"");
     if (isClusterLine(key, value)) {

@@ -41,4 +41,9 @@ AddHardwareInfo addHardwareInfo(DeviceType type, int count, const DeviceMaxima& 
     return AddHardwareInfo{false, {TextPart::fromId(93), name, TextPart::fixed("s "), TextPart::fromId(94)}};
 }
 
+bool canRemoveDevice(DeviceType type, int count) {
+    if (count <= 0 || type == DeviceType::Memory) return false;
+    return type != DeviceType::Cpu || count > 1;
+}
+
 }  // namespace arden

@@ -49,4 +49,8 @@ struct AddHardwareInfo {
 };
 AddHardwareInfo addHardwareInfo(DeviceType type, int count, const DeviceMaxima& maxima);
 
+// Whether cmdHardwareRemove may remove a device of `type` from a machine with `count` of
+// them: the memory entry stays, and so does the last CPU (a machine runs on at least one).
+bool canRemoveDevice(DeviceType type, int count);
+
 }  // namespace arden
