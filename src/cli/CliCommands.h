@@ -18,6 +18,10 @@ int runDisk(Args args);
 int runDevice(Args args);
 int runMemory(Args args);
 
+// Network adapters and shared folders: nic, share add | remove | list (NetworkCommands.cpp)
+int runNic(Args args);
+int runShare(Args args);
+
 // Favourites (FavoriteCommands.cpp)
 int runFavorites(Args args);
 

@@ -5,6 +5,7 @@
 
 #include "core/config/SaveFlow.h"
 #include "core/config/VmxLoader.h"
+#include "core/hardware/NetworkAdapter.h"
 
 namespace arden::cli {
 
@@ -24,13 +25,16 @@ std::optional<VmConfiguration> loadConfiguration(const std::string& file, bool p
 
 namespace {
 
-// The question asked before writing over a machine that a VMware product has open, answered No.
+// The questions asked before a save (a VMware product has the machine open; two adapters
+// share a static MAC address), answered No.
 bool refusedAsInUse(const VmConfiguration& config) {
-    auto question = inUseQuestion(config);
-    if (!question) return false;
-    printMessage(*question);
-    std::cerr << "Answered No: nothing was written.\n";
-    return true;
+    for (const auto& question : {inUseQuestion(config), duplicateStaticMacQuestion(config.devices)}) {
+        if (!question) continue;
+        printMessage(*question);
+        std::cerr << "Answered No: nothing was written.\n";
+        return true;
+    }
+    return false;
 }
 
 }  // namespace
