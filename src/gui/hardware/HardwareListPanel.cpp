@@ -1,17 +1,18 @@
-#include "gui/config/HardwareListPanel.h"
+#include "gui/hardware/HardwareListPanel.h"
 
-#include <QFormLayout>
-#include <QGroupBox>
 #include <QHBoxLayout>
-#include <QLabel>
 #include <QPushButton>
 #include <QSplitter>
-#include <QStackedWidget>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
-#include "core/hardware/DeviceTexts.h"
+#include "core/config/HardwareFigures.h"
+#include "core/hardware/HardwareLimits.h"
+#include "core/hardware/NodeAssignment.h"
+#include "gui/hardware/DevicePages.h"
+#include "gui/hardware/frmAddHardware.h"
 #include "gui/support/Icons.h"
+#include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
 
 namespace arden::gui {
@@ -19,17 +20,21 @@ namespace {
 
 constexpr int kKeyRole = Qt::UserRole;
 
-// The processor and the memory are part of every machine; every other device can be removed.
-bool removable(DeviceType type) { return type != DeviceType::Cpu && type != DeviceType::Memory; }
+bool keyOf(const QTreeWidgetItem* item, DeviceType& type, std::string& identifier) {
+    return item && parseHardwareListKey(item->data(0, kKeyRole).toString().toStdString(), type, identifier);
+}
 
 }  // namespace
 
 HardwareListPanel::HardwareListPanel(VmConfiguration& config, QWidget* parent) : QWidget(parent), config_(config) {
     lvwHardwareList_ = makeListView("lvwHardwareList", this, captions_, 201, 203);
+    cmdHardwareAdd_ = named<QPushButton>("cmdHardwareAdd", this);
+    captions_.add(cmdHardwareAdd_, 205, "...");
     cmdHardwareRemove_ = named<QPushButton>("cmdHardwareRemove", this);
     captions_.add(cmdHardwareRemove_, 206);
     cmdHardwareRemove_->setEnabled(false);
     connect(lvwHardwareList_, &QTreeWidget::currentItemChanged, this, &HardwareListPanel::showDevice);
+    connect(cmdHardwareAdd_, &QPushButton::clicked, this, &HardwareListPanel::addDevice);
     connect(cmdHardwareRemove_, &QPushButton::clicked, this, &HardwareListPanel::removeSelected);
 
     auto* listSide = new QWidget(this);
@@ -38,33 +43,15 @@ HardwareListPanel::HardwareListPanel(VmConfiguration& config, QWidget* parent) :
     listLayout->addWidget(lvwHardwareList_, 1);
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);
+    buttons->addWidget(cmdHardwareAdd_);
     buttons->addWidget(cmdHardwareRemove_);
     listLayout->addLayout(buttons);
 
-    // The page of the selected device.
-    sstHardware_ = named<QStackedWidget>("sstHardware", this);
-    auto* fraDeviceSummary = named<QGroupBox>("fraDeviceSummary", sstHardware_);
-    deviceForm_ = new QFormLayout(fraDeviceSummary);
-    auto addRow = [&](const char* captionName, int captionId, const char* valueName) {
-        auto* caption = named<QLabel>(captionName, fraDeviceSummary);
-        captions_.add(caption, captionId, ":");
-        auto* value = named<QLabel>(valueName, fraDeviceSummary);
-        value->setWordWrap(true);
-        value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-        deviceForm_->addRow(caption, value);
-        return value;
-    };
-    lblDeviceText_ = addRow("lblDeviceCaption", 201, "lblDeviceText");
-    lblDeviceType_ = addRow("lblDeviceTypeCaption", 202, "lblDeviceType");
-    lblDeviceNode_ = addRow("lblDeviceNodeCaption", 323, "lblDeviceNode");
-    lblMemoryRange_ = addRow("lblMemoryRangeCaption", 292, "lblMemoryRange");
-    lblDeviceSummary_ = addRow("lblDeviceSummaryCaption", 203, "lblDeviceSummary");
-    auto* devicePage = new QWidget(sstHardware_);
-    auto* pageLayout = new QVBoxLayout(devicePage);
-    pageLayout->setContentsMargins(0, 0, 0, 0);
-    pageLayout->addWidget(fraDeviceSummary);
-    pageLayout->addStretch(1);
-    sstHardware_->addWidget(devicePage);
+    sstHardware_ = new DevicePages(config_, this);
+    connect(sstHardware_, &DevicePages::edited, this, [this] {
+        refreshSummaries();  // a node choice may have moved another device as well
+        emit edited();
+    });
 
     auto* splitter = new QSplitter(Qt::Horizontal, this);
     splitter->setChildrenCollapsible(false);
@@ -76,72 +63,104 @@ HardwareListPanel::HardwareListPanel(VmConfiguration& config, QWidget* parent) :
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter);
-    clearDevice();
+}
+
+QTreeWidgetItem* HardwareListPanel::makeItem(const HardwareListEntry& e) const {
+    auto* item = new QTreeWidgetItem({qs(e.text), qs(e.summary)});
+    item->setData(0, kKeyRole, qs(e.key));
+    item->setIcon(0, deviceIcon(e.icon - 1));
+    item->setToolTip(1, item->text(1));
+    return item;
 }
 
 void HardwareListPanel::fill() {
     lvwHardwareList_->clear();
-    for (const HardwareListEntry& e : config_.devices.hardwareList()) {
-        auto* item = new QTreeWidgetItem(lvwHardwareList_, {QString::fromStdString(e.text), QString::fromStdString(e.summary)});
-        item->setData(0, kKeyRole, QString::fromStdString(e.key));
-        item->setIcon(0, deviceIcon(typeNumber(e.type)));
-        item->setToolTip(1, item->text(1));
-    }
-    if (QTreeWidgetItem* first = lvwHardwareList_->topLevelItem(0)) {
-        lvwHardwareList_->setCurrentItem(first);
-    } else {
-        clearDevice();
-    }
+    QList<QTreeWidgetItem*> items;
+    for (const HardwareListEntry& e : config_.devices.hardwareList()) items << makeItem(e);
+    lvwHardwareList_->addTopLevelItems(items);
+    if (QTreeWidgetItem* first = lvwHardwareList_->topLevelItem(0)) lvwHardwareList_->setCurrentItem(first);
+    else cmdHardwareRemove_->setEnabled(false);
 }
 
-void HardwareListPanel::showSelected() { showDevice(lvwHardwareList_->currentItem()); }
+void HardwareListPanel::showSelected() { sstHardware_->refill(); }
 
 void HardwareListPanel::relabel(int languageOffset) {
     languageOffset_ = languageOffset;
     captions_.apply(languageOffset);
-    showSelected();
+    sstHardware_->relabel(languageOffset);
 }
 
-void HardwareListPanel::clearDevice() {
-    for (QLabel* value : {lblDeviceText_, lblDeviceType_, lblDeviceNode_, lblMemoryRange_, lblDeviceSummary_})
-        value->clear();
-    deviceForm_->setRowVisible(lblDeviceNode_, false);
-    deviceForm_->setRowVisible(lblMemoryRange_, false);
-    cmdHardwareRemove_->setEnabled(false);
+int HardwareListPanel::findEntry(DeviceType type, const std::string& identifier) const {
+    const QString key = qs(hardwareListKey(type, identifier));
+    for (int i = 0; i < lvwHardwareList_->topLevelItemCount(); ++i) {
+        if (lvwHardwareList_->topLevelItem(i)->data(0, kKeyRole).toString() == key) return i;
+    }
+    return -1;
 }
 
 void HardwareListPanel::showDevice(QTreeWidgetItem* item) {
     DeviceType type{};
     std::string identifier;
     // A key that names no device leaves the page as it was.
-    if (!item || !parseHardwareListKey(item->data(0, kKeyRole).toString().toStdString(), type, identifier)) return;
-    const Device* device = config_.devices.find(type, identifier);
-    if (!device) return;
-    sstHardware_->setCurrentIndex(0);
-    lblDeviceText_->setText(QString::fromStdString(config_.devices.displayText(*device)));
-    lblDeviceType_->setText(uiText(deviceTypeNameId(type), languageOffset_));
-    lblDeviceSummary_->setText(QString::fromStdString(config_.devices.summary(*device)));
-    lblDeviceNode_->setText(QString::fromStdString(nodeLabel(device->node)));
-    deviceForm_->setRowVisible(lblDeviceNode_, isNodeDevice(type));
-    // The memory a machine may have depends on the product it is made for.
-    const ProductFigures figures = config_.figures();
-    lblMemoryRange_->setText(QStringLiteral("%1 - %2 ").arg(figures.memoryMinMb).arg(figures.memoryMaxMb) +
-                             uiText(293, languageOffset_));
-    deviceForm_->setRowVisible(lblMemoryRange_, type == DeviceType::Memory);
-    cmdHardwareRemove_->setEnabled(removable(type));
+    if (!keyOf(item, type, identifier) || !config_.devices.find(type, identifier)) return;
+    sstHardware_->showDevice(type, identifier);
+    cmdHardwareRemove_->setEnabled(canRemoveDevice(type, config_.devices.count(type)));
+}
+
+void HardwareListPanel::refreshSummaries() {
+    for (int i = 0; i < lvwHardwareList_->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* item = lvwHardwareList_->topLevelItem(i);
+        DeviceType type{};
+        std::string identifier;
+        if (!keyOf(item, type, identifier)) continue;
+        if (const Device* d = config_.devices.find(type, identifier)) {
+            item->setText(1, qs(config_.devices.summary(*d)));
+            item->setToolTip(1, item->text(1));
+        }
+    }
+}
+
+void HardwareListPanel::addEntry(DeviceType type, const std::string& identifier) {
+    const Device* d = config_.devices.find(type, identifier);
+    if (!d) return;
+    // Among the entries of its type, after the last one of a type not above its own.
+    int row = 0;
+    for (; row < lvwHardwareList_->topLevelItemCount(); ++row) {
+        DeviceType t{};
+        std::string id;
+        if (keyOf(lvwHardwareList_->topLevelItem(row), t, id) && typeNumber(t) > typeNumber(type)) break;
+    }
+    QTreeWidgetItem* item = makeItem(config_.devices.entry(*d));
+    lvwHardwareList_->insertTopLevelItem(row, item);
+    lvwHardwareList_->setCurrentItem(item);
+    lvwHardwareList_->scrollToItem(item);
+}
+
+void HardwareListPanel::addDevice() {
+    frmAddHardware dialog(config_.devices.counts(), deviceMaxima(config_), languageOffset_, this);
+    if (dialog.exec() != QDialog::Accepted || !dialog.chosenType()) return;
+    Device& device = config_.devices.createDevice(*dialog.chosenType());
+    const DeviceType type = device.type;
+    const std::string identifier = device.identifier;
+    if (isNodeDevice(type)) {
+        for (const Message& notice : placeOnFirstFreeNode(config_.devices, device).notices)
+            showMessage(this, notice, languageOffset_);
+    }
+    addEntry(type, identifier);
+    emit edited();
 }
 
 void HardwareListPanel::removeSelected() {
     QTreeWidgetItem* item = lvwHardwareList_->currentItem();
     DeviceType type{};
     std::string identifier;
-    if (!item || !parseHardwareListKey(item->data(0, kKeyRole).toString().toStdString(), type, identifier)) return;
-    if (!removable(type) || !config_.devices.remove(type, identifier)) return;
+    if (!keyOf(item, type, identifier)) return;
+    if (!canRemoveDevice(type, config_.devices.count(type)) || !config_.devices.remove(type, identifier)) return;
     const int row = lvwHardwareList_->indexOfTopLevelItem(item);
     delete item;  // the list moves its current entry to a neighbour
-    if (lvwHardwareList_->topLevelItemCount() == 0) clearDevice();
+    if (lvwHardwareList_->topLevelItemCount() == 0) cmdHardwareRemove_->setEnabled(false);
     else lvwHardwareList_->setCurrentItem(lvwHardwareList_->topLevelItem(std::min(row, lvwHardwareList_->topLevelItemCount() - 1)));
-    emit removed();
+    emit edited();
 }
 
 }  // namespace arden::gui

@@ -46,7 +46,7 @@ QString PromptScript::takePath(ShownPrompt prompt) {
 Answer showMessage(QWidget* parent, MessageKind kind, const QString& title, const QString& text) {
     const bool question = kind == MessageKind::Question;
     if (PromptScript* s = g_script) {
-        s->shown_.push_back({ShownPrompt::MessageBox, kind, title, text});
+        s->shown_.push_back({ShownPrompt::MessageBox, kind, title, text, {}});
         if (!question) return Answer::Ok;
         if (s->answers_.empty()) return Answer::No;
         Answer a = s->answers_.front();
@@ -67,19 +67,19 @@ Answer showMessage(QWidget* parent, const Message& message, int languageOffset) 
 }
 
 QString pickFolder(QWidget* parent, const QString& title, const QString& startFolder) {
-    if (g_script) return g_script->takePath({ShownPrompt::Folder, MessageKind::Information, title, startFolder});
+    if (g_script) return g_script->takePath({ShownPrompt::Folder, MessageKind::Information, title, startFolder, startFolder});
     return QFileDialog::getExistingDirectory(parent, title, startFolder);
 }
 
 QString pickOpenFile(QWidget* parent, const QString& title, const QString& filter, const QString& startFolder) {
-    if (g_script) return g_script->takePath({ShownPrompt::OpenFile, MessageKind::Information, title, filter});
+    if (g_script) return g_script->takePath({ShownPrompt::OpenFile, MessageKind::Information, title, filter, startFolder});
     return QFileDialog::getOpenFileName(parent, title, startFolder, filter);
 }
 
 std::optional<QString> askText(QWidget* parent, const QString& prompt, const QString& title,
                                const QString& proposal) {
     if (PromptScript* s = g_script) {
-        s->shown_.push_back({ShownPrompt::Input, MessageKind::Question, title, prompt});
+        s->shown_.push_back({ShownPrompt::Input, MessageKind::Question, title, prompt, {}});
         std::optional<QString> answer;
         if (!s->inputs_.empty()) {
             answer.swap(s->inputs_.front());

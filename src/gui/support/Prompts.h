@@ -35,6 +35,7 @@ struct ShownPrompt {
     MessageKind kind = MessageKind::Information;
     QString title;
     QString text;  // message text, input prompt or picker filter
+    QString start; // the folder an open-file picker starts in
 };
 
 // A test's script: while one exists, prompts are answered from its queues (in call order)
