@@ -14,6 +14,14 @@ int runCheck(Args args);
 // Virtual disks (DiskCommands.cpp)
 int runDisk(Args args);
 
+// Hardware: device add | remove | node, memory (DeviceCommands.cpp)
+int runDevice(Args args);
+int runMemory(Args args);
+
+// Network adapters and shared folders: nic, share add | remove | list (NetworkCommands.cpp)
+int runNic(Args args);
+int runShare(Args args);
+
 // Favourites (FavoriteCommands.cpp)
 int runFavorites(Args args);
 

@@ -5,6 +5,7 @@
 #include <random>
 
 #include "cli/CliCommands.h"
+#include "cli/ConfigFile.h"
 #include "core/config/SaveFlow.h"
 #include "core/config/VmxLoader.h"
 #include "core/hardware/DeviceTexts.h"
@@ -20,47 +21,6 @@ std::string allowedVersions(int platform) {
     std::string text;
     for (std::string_view v : platformVersions(platform)) text += (text.empty() ? "\"" : ", \"") + std::string(v) + "\"";
     return text;
-}
-
-// Loads a configuration; prints the refusal and returns nothing when it cannot be read.
-std::optional<VmConfiguration> load(const std::string& file, bool printNotices = true) {
-    LoadResult r = loadVmxFile(fs::absolute(file));
-    if (!r.ok) {
-        printMessage(*r.error);
-        return std::nullopt;
-    }
-    if (printNotices) {
-        for (const LoadNotice& n : r.notices) std::cerr << file << ":" << n.line << ": " << n.text << '\n';
-    }
-    return std::move(r.config);
-}
-
-// The questions a save asks, in order, before anything is written (a backup copy included):
-// the machine is open in a VMware product, the file is read-only. `yes` answers them Yes;
-// otherwise they are answered No and the command stops.
-bool questionsAnswered(const VmConfiguration& config, bool yes) {
-    for (auto question : {inUseQuestion(config), readOnlyQuestion(config)}) {
-        if (!question) continue;
-        printMessage(*question);
-        if (!yes) {
-            std::cerr << "Answered No: nothing was written.\n";
-            return false;
-        }
-        std::cerr << "Answered Yes.\n";
-    }
-    return true;
-}
-
-// Saves through the editor's save flow.
-int save(const VmConfiguration& config) {
-    SaveResult r = CreateVmxFile(config);
-    if (!r.written) {
-        printMessage(*r.refusal);
-        return Refused;
-    }
-    if (r.notice) printMessage(*r.notice);
-    std::cout << r.path << '\n';
-    return Success;
 }
 
 }  // namespace
@@ -96,14 +56,13 @@ int runNew(Args args) {
                              {TextPart::fixed(config.vmxPath() + " already exists; choose another name or folder")}});
         return Refused;
     }
-    if (!questionsAnswered(config, false)) return Refused;
-    return save(config);
+    return saveConfiguration(config);
 }
 
 int runShow(Args args) {
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 1) return usageError("show needs one FILE");
-    auto config = load(args[0]);
+    auto config = loadConfiguration(args[0]);
     if (!config) return Refused;
     const ProductSettings& p = config->product;
     auto versions = platformVersions(p.platform);
@@ -150,7 +109,7 @@ int runResave(Args args) {
             return Refused;
         }
     }
-    auto config = load(args[0]);
+    auto config = loadConfiguration(args[0]);
     if (!config) return Refused;
     if (output) {
         fs::path out = fs::absolute(*output);
@@ -160,19 +119,14 @@ int runResave(Args args) {
         config->identity.vmxFileName = out.filename().string();
     }
     if (!questionsAnswered(*config, yes)) return Refused;
-    if (backup) {
-        bool ok = false;
-        Message notice = makeBackup(fs::absolute(args[0]), ok);
-        printMessage(notice);
-        if (!ok) return Refused;
-    }
-    return save(*config);
+    if (backup && !backupMade(args[0])) return Refused;
+    return writeConfiguration(*config);
 }
 
 int runCheck(Args args) {
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 1) return usageError("check needs one FILE");
-    auto config = load(args[0]);
+    auto config = loadConfiguration(args[0]);
     if (!config) return Refused;
     if (auto refusal = checkSave(*config)) {
         printMessage(*refusal);

@@ -31,6 +31,37 @@ const Command kCommands[] = {
     {"check", arden::cli::runCheck,
      "check FILE\n"
      "      Load FILE and run the save checks without writing."},
+    {"device", arden::cli::runDevice,
+     "device add FILE TYPE [--node NODE] [--file PATH]\n"
+     "      Add a device of TYPE (its English name, e.g. \"Hard Disk\", \"DVD/CD-ROM Drive\",\n"
+     "      \"Serial Port\") within the machine's limits and print its entry and node. A disk-like\n"
+     "      device takes NODE (e.g. \"IDE 1:0\") or the first free node, IDE before SCSI; --file\n"
+     "      points it at a disk, image, output file or host device (needed for \"Hard Disk\" and\n"
+     "      \"Generic SCSI Device\").\n"
+     "  device remove FILE ENTRY\n"
+     "      Remove the hardware entry whose text is ENTRY (e.g. \"CD-ROM 1\").\n"
+     "  device node FILE ENTRY NODE\n"
+     "      Put ENTRY on NODE; a disk-like device holding NODE moves to the first free node.\n"
+     "      Each edit first copies FILE to FILE.bak; notices are printed and the command goes on."},
+    {"memory", arden::cli::runMemory,
+     "memory FILE MB\n"
+     "      Set the memory within the range of the machine's product and version, rounded down\n"
+     "      to a multiple of 4 MB; FILE is copied to FILE.bak first."},
+    {"nic", arden::cli::runNic,
+     "nic FILE N [--type vlance|vmxnet|e1000] [--connection bridged|hostonly|nat|VMnetK]\n"
+     "           [--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no]\n"
+     "      Edit network adapter N (ethernetN, from 0): a type the product offers, the connection\n"
+     "      (VMnet0 to VMnet9 for a custom network), a generated address or a static one in\n"
+     "      00:50:56:00:00:00-00:50:56:3F:FF:FF, the offset of a generated address (a 32-bit\n"
+     "      number). FILE is copied to FILE.bak first."},
+    {"share", arden::cli::runShare,
+     "share add FILE NAME HOSTPATH [--read-only] [--this-session] [--disabled] [--yes]\n"
+     "      Share host folder HOSTPATH with the guest as NAME. A folder missing on this computer\n"
+     "      is asked about and the question answered No unless --yes.\n"
+     "  share remove FILE NAME\n"
+     "  share list FILE\n"
+     "      Remove a share, or print the shares one a line: name, host folder and attributes,\n"
+     "      tab-separated. Each edit first copies FILE to FILE.bak."},
     {"disk", arden::cli::runDisk,
      "disk create FILE.vmdk --size SIZE --adapter ide|buslogic|lsilogic\n"
      "           --type growable|growable-split|preallocated|preallocated-split [--yes]\n"

@@ -228,10 +228,11 @@ TEST(BuilderHardwareList, EntriesSelectionAndRemoval) {
     ASSERT_NE(cd, nullptr);
     list->setCurrentItem(cd);
     const Device& drive = b->configuration().devices.devices(DeviceType::CdRom).front();
-    EXPECT_EQ(child<QLabel>(b.get(), "lblDeviceType")->text(), "DVD/CD-ROM Drive");
-    EXPECT_EQ(child<QLabel>(b.get(), "lblDeviceNode")->text(), "IDE 1:0");
-    EXPECT_EQ(child<QLabel>(b.get(), "lblDeviceSummary")->text(), qs(deviceSummary(drive)));
-    EXPECT_EQ(child<QLabel>(b.get(), "lblDeviceText")->text(), cd->text(0));
+    EXPECT_EQ(child<QStackedWidget>(b.get(), "sstHardware")->currentIndex(), 11);
+    EXPECT_TRUE(child<QRadioButton>(b.get(), "optCDRIDE")->isChecked());
+    EXPECT_FALSE(child<QRadioButton>(b.get(), "optCDRSCSI")->isChecked());
+    EXPECT_TRUE(child<QComboBox>(b.get(), "cboCDRIDE")->currentText().startsWith("IDE 1:0"));
+    EXPECT_EQ(child<QComboBox>(b.get(), "cboCDRSCSI")->currentText(), "N/A");
     EXPECT_FALSE(b->ChangesPending());
 
     const int row = list->indexOfTopLevelItem(cd);
@@ -243,7 +244,11 @@ TEST(BuilderHardwareList, EntriesSelectionAndRemoval) {
     EXPECT_EQ(list->topLevelItemCount(), static_cast<int>(entries.size()) - 1);
     ASSERT_NE(list->currentItem(), nullptr);
     EXPECT_EQ(list->indexOfTopLevelItem(list->currentItem()), std::min(row, list->topLevelItemCount() - 1));
-    EXPECT_EQ(child<QLabel>(b.get(), "lblDeviceText")->text(), list->currentItem()->text(0));
+    DeviceType shownType{};
+    std::string shownIdentifier;
+    ASSERT_TRUE(parseHardwareListKey(list->currentItem()->data(0, Qt::UserRole).toString().toStdString(), shownType,
+                                     shownIdentifier));
+    EXPECT_EQ(child<QStackedWidget>(b.get(), "sstHardware")->currentIndex(), typeNumber(shownType));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // The editor's life cycle: a new machine's defaults, opening a real file (with and without the
 // backup copy), saving and its refusals, and relabelling in another language.
 #include <QCheckBox>
+#include <QStackedWidget>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -51,7 +52,7 @@ TEST(BuilderLifeCycle, NewMachineShowsTheDefaults) {
     const auto devices = b->configuration().devices.hardwareList();
     ASSERT_EQ(hardware->topLevelItemCount(), static_cast<int>(devices.size()));
     EXPECT_EQ(hardware->currentItem(), hardware->topLevelItem(0));
-    EXPECT_EQ(child<QLabel>(b.get(), "lblDeviceText")->text(), qs(devices.front().text));
+    EXPECT_EQ(child<QStackedWidget>(b.get(), "sstHardware")->currentIndex(), typeNumber(devices.front().type));
 
     // A machine that exists only in the editor has unsaved changes from the start.
     EXPECT_TRUE(b->ChangesPending());
@@ -181,7 +182,7 @@ TEST(BuilderLabels, GermanEmptiesTheUntranslatedCaptionsAndEnglishRestoresThem) 
     EXPECT_EQ(child<QComboBox>(b.get(), "cboTargetPlatform")->currentText(), "");
     EXPECT_EQ(child<QComboBox>(b.get(), "cboGuestFamilies")->currentText(), "");
     EXPECT_EQ(options->headerItem()->text(0), "");
-    EXPECT_EQ(child<QLabel>(b.get(), "lblDeviceType")->text(), "");
+    EXPECT_EQ(child<QGroupBox>(b.get(), "fraCPU")->title(), "");
     // The entries of the options list are fixed English.
     EXPECT_EQ(options->topLevelItem(3)->text(0), "Snapshots");
     EXPECT_EQ(b->LanguageOffset, 500);
@@ -196,7 +197,7 @@ TEST(BuilderLabels, GermanEmptiesTheUntranslatedCaptionsAndEnglishRestoresThem) 
               "These settings override the global values specified in  Edit > Preferences > Priority.");
     EXPECT_EQ(child<QComboBox>(b.get(), "cboInputUngrabPri")->itemText(0), "low");
     EXPECT_EQ(child<QTreeWidget>(b.get(), "lvwHardwareList")->headerItem()->text(0), "Device");
-    EXPECT_EQ(child<QLabel>(b.get(), "lblDeviceType")->text(), "CPU");
+    EXPECT_EQ(child<QGroupBox>(b.get(), "fraCPU")->title(), "Virtual Processor");
     // Relabelling changes nothing in the configuration.
     EXPECT_FALSE(b->ChangesPending());
 }

@@ -248,6 +248,11 @@ std::string_view nicTypeValue(int position) {
     return kNicTypeValues[position];
 }
 
+std::string_view nicTypeName(int position) {
+    if (position < 0 || position >= 3) return {};
+    return kNicTypeNames[position];
+}
+
 std::optional<int> nicTypePosition(std::string_view value) {
     for (int i = 0; i < 3; ++i) {
         if (equalsIgnoreCase(kNicTypeValues[i], value)) return i;

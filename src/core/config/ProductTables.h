@@ -72,6 +72,7 @@ std::optional<GuestPosition> findGuest(std::string_view identifier);
 std::vector<std::string_view> nicTypeEntries(int platform, int version);
 bool e1000Offered(int platform, int version);
 std::string_view nicTypeValue(int position);                 // "vlance", "vmxnet", "e1000"
+std::string_view nicTypeName(int position);                  // "AMD Lance", "VMXNet", "E1000"
 std::optional<int> nicTypePosition(std::string_view value);  // inverse, case-insensitive
 
 // "VMnet0 (Bridged)" ... "VMnet9": position n stands for host network "VMnet" + n.

@@ -25,23 +25,53 @@ bool parseHardwareListKey(std::string_view key, DeviceType& type, std::string& i
     return true;
 }
 
+DeviceStore::DeviceStore(const DeviceStore& other) { *this = other; }
+
+DeviceStore& DeviceStore::operator=(const DeviceStore& other) {
+    if (this == &other) return *this;
+    for (std::size_t t = 0; t < types_.size(); ++t) {
+        const Collection& from = other.types_[t];
+        Collection& to = types_[t];
+        to = Collection{};
+        to.devices.reserve(from.devices.size());
+        for (const auto& d : from.devices) {
+            to.devices.push_back(std::make_unique<Device>(*d));
+            to.byIdentifier.emplace(d->identifier, to.devices.back().get());
+        }
+        to.numberUse = from.numberUse;
+        to.freeNumberHint = from.freeNumberHint;
+        to.serial = from.serial;
+    }
+    return *this;
+}
+
+bool DeviceStore::operator==(const DeviceStore& other) const {
+    for (std::size_t t = 0; t < types_.size(); ++t) {
+        const Slots& a = types_[t].devices;
+        const Slots& b = other.types_[t].devices;
+        if (!std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                        [](const auto& x, const auto& y) { return *x == *y; }))
+            return false;
+    }
+    return true;
+}
+
 std::array<int, kDeviceTypeCount> DeviceStore::counts() const {
     std::array<int, kDeviceTypeCount> c{};
-    for (int t = 0; t < kDeviceTypeCount; ++t) c[static_cast<std::size_t>(t)] = static_cast<int>(items_[static_cast<std::size_t>(t)].size());
+    for (std::size_t t = 0; t < types_.size(); ++t) c[t] = static_cast<int>(types_[t].devices.size());
     return c;
 }
 
 const Device* DeviceStore::item(DeviceType type, int position) const {
     const auto& c = collection(type);
     if (position < 1 || position > static_cast<int>(c.size())) return nullptr;
-    return &c[static_cast<std::size_t>(position - 1)];
+    return c[static_cast<std::size_t>(position - 1)].get();
 }
 
 Device* DeviceStore::find(DeviceType type, std::string_view identifier) {
-    for (Device& d : collection(type)) {
-        if (d.identifier == identifier) return &d;
-    }
-    return nullptr;
+    const auto& index = of(type).byIdentifier;
+    auto it = index.find(std::string(identifier));
+    return it == index.end() ? nullptr : it->second;
 }
 
 const Device* DeviceStore::find(DeviceType type, std::string_view identifier) const {
@@ -49,8 +79,8 @@ const Device* DeviceStore::find(DeviceType type, std::string_view identifier) co
 }
 
 Device* DeviceStore::findByNumber(DeviceType type, int number) {
-    for (Device& d : collection(type)) {
-        if (d.number == number) return &d;
+    for (const auto& d : collection(type)) {
+        if (d->number == number) return d.get();
     }
     return nullptr;
 }
@@ -61,7 +91,7 @@ const Device* DeviceStore::findByNumber(DeviceType type, int number) const {
 
 const Device* DeviceStore::deviceOnNode(std::string_view controllerType, int controller, int node) const {
     for (DeviceType t : {DeviceType::HardDisk, DeviceType::CdRom, DeviceType::GenericScsi}) {
-        for (const Device& d : collection(t)) {
+        for (const Device& d : devices(t)) {
             if (d.node.ControllerType() == controllerType && d.node.ControllerNumber() == controller &&
                 d.node.NodeNumber() == node)
                 return &d;
@@ -70,18 +100,23 @@ const Device* DeviceStore::deviceOnNode(std::string_view controllerType, int con
     return nullptr;
 }
 
+// Identifiers count up per type and are never handed out twice, so the loop only skips the
+// few that a loaded file happened to use already.
 std::string DeviceStore::nextIdentifier(DeviceType type) {
-    int& serial = serials_[static_cast<std::size_t>(type)];
+    Collection& c = of(type);
     std::string id;
     do {
-        id = std::string(identifierStem(type)) + std::to_string(++serial);
-    } while (find(type, id));
+        id = std::string(identifierStem(type)) + std::to_string(++c.serial);
+    } while (c.byIdentifier.count(id));
     return id;
 }
 
-int DeviceStore::lowestFreeNumber(DeviceType type) const {
-    int n = 0;
-    while (findByNumber(type, n)) ++n;
+// Every number below the hint is in use; the hint only moves back when a device is removed.
+int DeviceStore::lowestFreeNumber(DeviceType type) {
+    Collection& c = of(type);
+    int n = std::max(c.freeNumberHint, 0);
+    while (c.numberUse.count(n)) ++n;
+    c.freeNumberHint = n;
     return n;
 }
 
@@ -98,19 +133,29 @@ Device& DeviceStore::createDevice(DeviceType type) {
 }
 
 Device& DeviceStore::addDevice(Device device) {
-    if (device.identifier.empty() || find(device.type, device.identifier)) {
+    Collection& c = of(device.type);
+    if (device.identifier.empty() || c.byIdentifier.count(device.identifier)) {
         device.identifier = nextIdentifier(device.type);
     }
-    auto& c = collection(device.type);
-    c.push_back(std::move(device));
-    return c.back();
+    c.devices.push_back(std::make_unique<Device>(std::move(device)));
+    Device& added = *c.devices.back();
+    c.byIdentifier.emplace(added.identifier, &added);
+    ++c.numberUse[added.number];
+    return added;
 }
 
 bool DeviceStore::remove(DeviceType type, std::string_view identifier) {
-    auto& c = collection(type);
-    auto it = std::find_if(c.begin(), c.end(), [&](const Device& d) { return d.identifier == identifier; });
-    if (it == c.end()) return false;
-    c.erase(it);
+    Collection& c = of(type);
+    auto found = c.byIdentifier.find(std::string(identifier));
+    if (found == c.byIdentifier.end()) return false;
+    Device* device = found->second;
+    c.byIdentifier.erase(found);
+    auto use = c.numberUse.find(device->number);
+    if (use != c.numberUse.end() && --use->second == 0) {
+        c.numberUse.erase(use);
+        if (device->number >= 0) c.freeNumberHint = std::min(c.freeNumberHint, device->number);
+    }
+    std::erase_if(c.devices, [&](const auto& d) { return d.get() == device; });
     return true;
 }
 
@@ -125,8 +170,8 @@ HardwareListEntry DeviceStore::entry(const Device& device) const {
 
 std::vector<HardwareListEntry> DeviceStore::hardwareList() const {
     std::vector<HardwareListEntry> list;
-    for (const auto& c : items_) {
-        for (const Device& d : c) list.push_back(entry(d));
+    for (const Collection& c : types_) {
+        for (const auto& d : c.devices) list.push_back(entry(*d));
     }
     return list;
 }

@@ -2,9 +2,18 @@
 // The per-type device store of one editor: fifteen collections, one per device type, in type
 // order. It hands out each device's identifier, display text and summary, and builds the
 // entries of the hardware list.
+//
+// Devices are held by stable identity: a Device& or Device* handed out stays valid until that
+// very device is removed (or the store is destroyed or assigned), whatever else is created,
+// added or removed meanwhile. A device's type, identifier and number are fixed once it is in
+// the store (the store indexes them); everything else may be edited through the reference.
 #include <array>
+#include <memory>
+#include <ranges>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "core/hardware/Device.h"
@@ -30,10 +39,25 @@ std::string hardwareListKey(DeviceType type, std::string_view identifier);
 bool parseHardwareListKey(std::string_view key, DeviceType& type, std::string& identifier);
 
 class DeviceStore {
+    using Slots = std::vector<std::unique_ptr<Device>>;
+    struct Deref {
+        const Device& operator()(const std::unique_ptr<Device>& p) const { return *p; }
+    };
+
 public:
+    // A read-only, random-access view of the devices of one type in collection order:
+    // range-for, size(), empty(), operator[], front() and back() work as on a vector.
+    using DeviceView = std::ranges::transform_view<std::ranges::ref_view<const Slots>, Deref>;
+
+    DeviceStore() = default;
+    DeviceStore(const DeviceStore& other);  // copies every device
+    DeviceStore& operator=(const DeviceStore& other);
+    DeviceStore(DeviceStore&&) noexcept = default;
+    DeviceStore& operator=(DeviceStore&&) noexcept = default;
+
     int count(DeviceType type) const { return static_cast<int>(collection(type).size()); }
     std::array<int, kDeviceTypeCount> counts() const;
-    const std::vector<Device>& devices(DeviceType type) const { return collection(type); }
+    DeviceView devices(DeviceType type) const { return DeviceView(std::ranges::ref_view(collection(type)), Deref{}); }
 
     // Item by 1-based position within its type; nullptr when out of range.
     const Device* item(DeviceType type, int position) const;
@@ -49,10 +73,12 @@ public:
     const Device* deviceOnNode(std::string_view controllerType, int controller, int node) const;
 
     // Creates a device of `type` with the defaults a new device of that type gets, numbered
-    // with the lowest free key number, and appends it to its collection.
+    // with the lowest free key number, and appends it to its collection. Numbering and
+    // identifiers take constant time on average, so n devices are created in O(n).
     Device& createDevice(DeviceType type);
 
-    // Adds a device read from a file; an empty identifier is filled in.
+    // Adds a device read from a file; an empty or already used identifier is replaced by a
+    // new one.
     Device& addDevice(Device device);
 
     bool remove(DeviceType type, std::string_view identifier);
@@ -64,16 +90,27 @@ public:
     // All entries, in type order and within a type in collection order.
     std::vector<HardwareListEntry> hardwareList() const;
 
-    bool operator==(const DeviceStore&) const = default;
+    // Two stores are equal when they hold equal devices in the same order.
+    bool operator==(const DeviceStore& other) const;
 
 private:
-    std::vector<Device>& collection(DeviceType t) { return items_[static_cast<std::size_t>(t)]; }
-    const std::vector<Device>& collection(DeviceType t) const { return items_[static_cast<std::size_t>(t)]; }
-    std::string nextIdentifier(DeviceType type);
-    int lowestFreeNumber(DeviceType type) const;
+    // Per type: the devices in order, an index by identifier, how often each key number is
+    // used, the smallest number that may be free, and the serial of the last identifier made.
+    struct Collection {
+        Slots devices;  // not "slots": Qt defines that word for its own headers
+        std::unordered_map<std::string, Device*> byIdentifier;
+        std::unordered_map<int, int> numberUse;
+        int freeNumberHint = 0;
+        int serial = 0;
+    };
 
-    std::array<std::vector<Device>, kDeviceTypeCount> items_;
-    std::array<int, kDeviceTypeCount> serials_{};
+    Slots& collection(DeviceType t) { return types_[static_cast<std::size_t>(t)].devices; }
+    const Slots& collection(DeviceType t) const { return types_[static_cast<std::size_t>(t)].devices; }
+    Collection& of(DeviceType t) { return types_[static_cast<std::size_t>(t)]; }
+    std::string nextIdentifier(DeviceType type);
+    int lowestFreeNumber(DeviceType type);
+
+    std::array<Collection, kDeviceTypeCount> types_;
 };
 
 }  // namespace arden

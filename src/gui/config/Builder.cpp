@@ -8,7 +8,8 @@
 #include "core/config/SaveFlow.h"
 #include "core/config/VmxLoader.h"
 #include "core/hardware/DeviceKeys.h"
-#include "gui/config/HardwareListPanel.h"
+#include "gui/hardware/DevicePages.h"
+#include "gui/hardware/HardwareListPanel.h"
 #include "gui/config/ConfigWidgets.h"
 #include "gui/config/OptionsPanel.h"
 #include "gui/support/Prompts.h"
@@ -36,7 +37,7 @@ Builder::Builder(QWidget* parent) : QWidget(parent) {
 
     connect(options_, &OptionsPanel::edited, this, &Builder::pageEdited);
     connect(options_, &OptionsPanel::displayNameChanged, this, &Builder::displayNameChanged);
-    connect(hardware_, &HardwareListPanel::removed, this, [this] { setChangesPending(true); });
+    connect(hardware_, &HardwareListPanel::edited, this, [this] { setChangesPending(true); });
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(sstMain_);
@@ -70,6 +71,7 @@ bool Builder::start() {
 }
 
 void Builder::fill() {
+    hardware_->pages()->setImageFolder(ImagePath);
     options_->fill();
     hardware_->fill();
 }

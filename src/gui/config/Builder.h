@@ -30,6 +30,8 @@ public:
     QString NewVmxPath;
     int LanguageOffset = 0;
     bool CreateBackups = true;
+    // The program's image folder: where floppy and ISO images are browsed for first.
+    QString ImagePath;
 
     // Loads the existing file (making the backup copy when CreateBackups is on and telling the
     // user) or sets up a new machine, then fills the pages. False when the file could not be
@@ -57,6 +59,7 @@ public:
     void UpdateUILabels(int languageOffset);
 
     const VmConfiguration& configuration() const { return config_; }
+    HardwareListPanel* hardware() const { return hardware_; }
 
     // What the loader noticed in the opened file ("line 12: ..."), for the summary window.
     const QStringList& loadNotices() const { return loadNotices_; }

@@ -203,6 +203,7 @@ Builder* frmMain::OpenEditorTab(bool editExisting, const QString& existingVmxFil
     }
     editor->LanguageOffset = languageOffset();
     editor->CreateBackups = settings_.CreateBackups;
+    editor->ImagePath = qs(settings_.ImagePath);
     if (!editor->start()) {
         delete editor;
         return nullptr;

@@ -109,3 +109,43 @@ TEST(DeviceKeys, ValuesAreNormalisedOrRefused) {
     EXPECT_EQ(findDeviceKey(DeviceType::Floppy, ".bidirectional"), nullptr);
     EXPECT_NE(findDeviceKey(DeviceType::ParallelPort, ".bidirectional"), nullptr);
 }
+
+TEST(DeviceStore, DevicesKeepTheirIdentityWhileOthersComeAndGo) {
+    DeviceStore s;
+    Device& first = s.createDevice(DeviceType::HardDisk);
+    Device& second = s.createDevice(DeviceType::HardDisk);
+    first.settings.set(".fileName", "first.vmdk");
+    for (int i = 0; i < 1000; ++i) s.createDevice(DeviceType::HardDisk);
+    ASSERT_TRUE(s.remove(DeviceType::HardDisk, second.identifier));
+    EXPECT_EQ(first.settings.text(".fileName"), "first.vmdk") << "a reference survives creations and removals";
+    EXPECT_EQ(s.find(DeviceType::HardDisk, first.identifier), &first);
+    EXPECT_EQ(s.find(DeviceType::HardDisk, "hd2"), nullptr);
+
+    // Numbers: the lowest free one, reused after a removal, then counting on.
+    EXPECT_EQ(s.createDevice(DeviceType::HardDisk).number, 1);
+    EXPECT_EQ(s.createDevice(DeviceType::HardDisk).number, 1002);
+
+    // A copy holds its own devices, equal to the original's.
+    DeviceStore copy = s;
+    EXPECT_EQ(copy, s);
+    Device* copied = copy.find(DeviceType::HardDisk, first.identifier);
+    ASSERT_NE(copied, nullptr);
+    EXPECT_NE(copied, &first);
+    copied->settings.set(".fileName", "other.vmdk");
+    EXPECT_EQ(first.settings.text(".fileName"), "first.vmdk");
+    EXPECT_NE(copy, s);
+    EXPECT_EQ(copy.createDevice(DeviceType::HardDisk).number, 1003) << "the copy numbers on from the original";
+}
+
+TEST(DeviceStore, LoadedIdentifiersAreKeptAndNeverHandedOutAgain) {
+    DeviceStore s;
+    Device loaded;
+    loaded.type = DeviceType::Network;
+    loaded.identifier = "nic1";
+    loaded.number = 0;
+    s.addDevice(loaded);
+    EXPECT_EQ(s.addDevice(loaded).identifier, "nic2") << "a used identifier is replaced";
+    Device& created = s.createDevice(DeviceType::Network);
+    EXPECT_EQ(created.identifier, "nic3");
+    EXPECT_EQ(created.number, 1);
+}

@@ -17,7 +17,9 @@
 #include <filesystem>
 
 #include "core/shell/Favorites.h"
+#include "core/config/HardwareFigures.h"
 #include "gui/config/Builder.h"
+#include "gui/hardware/frmAddHardware.h"
 #include "gui/shell/frmMain.h"
 #include "gui/shell/frmOptions.h"
 #include "gui/support/Icons.h"
@@ -43,6 +45,59 @@ void save(QWidget* w, const QString& name) {
     const QString file = g_out + "/" + name + g_suffix + ".png";
     if (!w->grab().save(file)) std::fprintf(stderr, "cannot write %s\n", qPrintable(file));
     else std::printf("%s\n", qPrintable(file));
+}
+
+// A machine with a device of every type, so that every device page shows a filled device.
+constexpr const char* kEveryDevice =
+    "config.version = \"8\"\r\nvirtualHW.version = \"4\"\r\ndisplayName = \"Every Device\"\r\n"
+    "guestOS = \"winxppro\"\r\nmemsize = \"512\"\r\nnumvcpus = \"2\"\r\n"
+    "ide0.present = \"TRUE\"\r\nide0:0.present = \"TRUE\"\r\nide0:0.fileName = \"Every Device.vmdk\"\r\n"
+    "ide1:0.present = \"TRUE\"\r\nide1:0.fileName = \"auto detect\"\r\nide1:0.deviceType = \"cdrom-raw\"\r\n"
+    "ide1:0.autodetect = \"TRUE\"\r\nfloppy0.present = \"TRUE\"\r\nfloppy0.fileType = \"file\"\r\n"
+    "floppy0.fileName = \"/srv/images/boot.flp\"\r\nserial0.present = \"TRUE\"\r\nserial0.fileType = \"pipe\"\r\n"
+    "serial0.fileName = \"/tmp/com1\"\r\nserial0.pipe.endPoint = \"server\"\r\nparallel0.present = \"TRUE\"\r\n"
+    "parallel0.fileType = \"device\"\r\nparallel0.fileName = \"/dev/parport0\"\r\nparallel0.bidirectional = \"TRUE\"\r\n"
+    "ethernet0.present = \"TRUE\"\r\nethernet0.connectionType = \"nat\"\r\nsound.present = \"TRUE\"\r\n"
+    "usb.present = \"TRUE\"\r\nscsi0.present = \"TRUE\"\r\nscsi0.virtualDev = \"lsilogic\"\r\n"
+    "scsi0:0.present = \"TRUE\"\r\nscsi0:0.fileName = \"Data.vmdk\"\r\nscsi0:1.present = \"TRUE\"\r\n"
+    "scsi0:1.deviceType = \"scsi-passthru\"\r\nscsi0:1.fileName = \"/dev/sg1\"\r\nsvga.maxWidth = \"1600\"\r\n"
+    "svga.maxHeight = \"1200\"\r\nsvga.vramSize = \"16777216\"\r\nvmmouse.present = \"TRUE\"\r\n";
+
+// File names of the device pages, by type number.
+constexpr const char* kDevicePages[] = {"cpu",     "memory",     "floppy",          "parallel-port", "serial-port",
+                                        "sound",   "network",    "usb",             "ide-controller", "scsi-controller",
+                                        "hard-disk", "cd-rom",   "generic-scsi",    "display",       "mouse"};
+
+// Every device page of an editor on the machine above, then frmAddHardware for it.
+void saveDevicePages(arden::gui::frmMain& window, const QString& folder) {
+    const QString file = folder + "/Every Device.vmx";
+    QFile out(file);
+    if (!out.open(QIODevice::WriteOnly)) return;
+    out.write(kEveryDevice);
+    out.close();
+    arden::gui::Builder* editor = window.OpenEditorTab(true, file, {}, 8, {});
+    if (!editor) return;
+    auto* tabs = editor->findChild<QTabWidget*>("sstMain");
+    auto* hw = editor->findChild<QTreeWidget*>("lvwHardwareList");
+    tabs->setCurrentIndex(1);  // Hardware
+    for (int type = 0; type < 15; ++type) {
+        const QString prefix = QStringLiteral("H%1|").arg(type);
+        for (int i = 0; i < hw->topLevelItemCount(); ++i) {
+            if (hw->topLevelItem(i)->data(0, Qt::UserRole).toString().startsWith(prefix)) {
+                hw->setCurrentItem(hw->topLevelItem(i));
+                save(&window, QString("device-") + kDevicePages[type]);
+                break;
+            }
+        }
+    }
+    const arden::VmConfiguration& config = editor->configuration();
+    arden::gui::frmAddHardware dialog(config.devices.counts(), arden::deviceMaxima(config), 0, &window);
+    dialog.show();
+    if (auto* list = dialog.findChild<QTreeWidget*>("lvwAvailableHardware"); list && list->topLevelItemCount() > 0) {
+        const auto disks = list->findItems("Hard Disk", Qt::MatchExactly, 0);
+        list->setCurrentItem(disks.isEmpty() ? list->topLevelItem(0) : disks.front());
+    }
+    save(&dialog, "add-hardware");
 }
 
 }  // namespace
@@ -104,6 +159,8 @@ int main(int argc, char** argv) {
             }
         }
     }
+
+    saveDevicePages(window, scratch.path() + "/WinXP");
 
     arden::gui::frmOptions dialog({"/home/user/.config/Arden Forge", true, {}, "/home/user/iso", 0, "/tmp/"}, &window);
     dialog.show();

@@ -1,0 +1,72 @@
+#include "cli/ConfigFile.h"
+
+#include <filesystem>
+#include <iostream>
+
+#include "core/config/SaveFlow.h"
+#include "core/config/VmxLoader.h"
+#include "core/hardware/NetworkAdapter.h"
+
+namespace arden::cli {
+
+namespace fs = std::filesystem;
+
+std::optional<VmConfiguration> loadConfiguration(const std::string& file, bool printNotices) {
+    LoadResult r = loadVmxFile(fs::absolute(file));
+    if (!r.ok) {
+        printMessage(*r.error);
+        return std::nullopt;
+    }
+    if (printNotices) {
+        for (const LoadNotice& n : r.notices) std::cerr << file << ":" << n.line << ": " << n.text << '\n';
+    }
+    return std::move(r.config);
+}
+
+bool questionsAnswered(const VmConfiguration& config, bool yes) {
+    for (const auto& question :
+         {inUseQuestion(config), readOnlyQuestion(config), duplicateStaticMacQuestion(config.devices)}) {
+        if (!question) continue;
+        printMessage(*question);
+        if (!yes) {
+            std::cerr << "Answered No: nothing was written.\n";
+            return false;
+        }
+        std::cerr << "Answered Yes.\n";
+    }
+    return true;
+}
+
+int writeConfiguration(const VmConfiguration& config, bool printPath) {
+    SaveResult r = CreateVmxFile(config);
+    if (!r.written) {
+        printMessage(*r.refusal);
+        return Refused;
+    }
+    if (r.notice) printMessage(*r.notice);
+    if (printPath) std::cout << r.path << '\n';
+    return Success;
+}
+
+bool backupMade(const std::string& file) {
+    bool ok = false;
+    printMessage(makeBackup(fs::absolute(file), ok));
+    return ok;
+}
+
+int saveConfiguration(const VmConfiguration& config, bool printPath, bool yes) {
+    if (!questionsAnswered(config, yes)) return Refused;
+    return writeConfiguration(config, printPath);
+}
+
+int saveEditedConfiguration(const std::string& file, const VmConfiguration& config, bool yes) {
+    if (!questionsAnswered(config, yes)) return Refused;
+    if (auto refusal = checkSave(config)) {
+        printMessage(*refusal);
+        return Refused;
+    }
+    if (!backupMade(file)) return Refused;
+    return writeConfiguration(config, false);
+}
+
+}  // namespace arden::cli

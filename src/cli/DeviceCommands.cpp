@@ -1,0 +1,193 @@
+// arden-forge-cli device add | remove | node, memory: hardware edits through the editor's rules
+// (add limits, node placement and moving, memory checks) and its save flow with a backup.
+#include <filesystem>
+#include <iostream>
+
+#include "cli/CliCommands.h"
+#include "cli/ConfigFile.h"
+#include "core/config/HardwareFigures.h"
+#include "core/hardware/DeviceFiles.h"
+#include "core/hardware/DeviceTexts.h"
+#include "core/hardware/NodeAssignment.h"
+#include "core/support/TextUtil.h"
+
+namespace arden::cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::optional<DeviceType> typeFromName(std::string_view name) {
+    for (int n = 0; n < kDeviceTypeCount; ++n) {
+        DeviceType t = *deviceTypeFromNumber(n);
+        if (equalsIgnoreCase(englishTypeName(t), name)) return t;
+    }
+    return std::nullopt;
+}
+
+std::string joinQuoted(const std::vector<std::string>& texts) {
+    std::string joined;
+    for (const std::string& t : texts) joined += (joined.empty() ? "\"" : ", \"") + t + "\"";
+    return joined;
+}
+
+std::string typeNames(bool (*wanted)(DeviceType)) {
+    std::vector<std::string> names;
+    for (int n = 0; n < kDeviceTypeCount; ++n) {
+        DeviceType t = *deviceTypeFromNumber(n);
+        if (wanted(t)) names.emplace_back(englishTypeName(t));
+    }
+    return joinQuoted(names);
+}
+
+int refuse(std::string title, std::string text) {
+    printMessage(Message{MessageKind::Warning, {TextPart::fixed(std::move(title))}, {TextPart::fixed(std::move(text))}});
+    return Refused;
+}
+
+// Shows a refusal or notice; true when it refused (a warning).
+bool show(const std::optional<Message>& message) {
+    if (!message) return false;
+    printMessage(*message);
+    return message->kind != MessageKind::Information;
+}
+
+// "Hard Disk 1<TAB>IDE 0:0": an entry's display text and its node, on standard output.
+void printEntry(const DeviceStore& store, const Device& device) {
+    std::string node = placedNodeLabel(device);
+    std::cout << store.displayText(device) << (node.empty() ? "" : "\t" + node) << '\n';
+}
+
+// The device whose hardware-list text is `entry` (without regard to case).
+Device* findEntry(DeviceStore& store, std::string_view entry) {
+    for (const HardwareListEntry& e : store.hardwareList()) {
+        if (equalsIgnoreCase(e.text, entry)) return store.find(e.type, e.identifier);
+    }
+    return nullptr;
+}
+
+int noSuchEntry(const std::string& file, const DeviceStore& store, const std::string& entry) {
+    std::vector<std::string> texts;
+    for (const HardwareListEntry& e : store.hardwareList()) texts.push_back(e.text);
+    return refuse("No Such Device", file + " has no hardware entry \"" + entry + "\"; its entries are " + joinQuoted(texts));
+}
+
+int runAdd(Args args) {
+    bool missing = false;
+    auto node = takeOption(args, "--node", missing);
+    auto file = takeOption(args, "--file", missing);
+    if (missing) return usageError("--node and --file need a value");
+    if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
+    if (args.size() != 2) return usageError("device add needs a FILE and a TYPE");
+    auto type = typeFromName(args[1]);
+    if (!type) return usageError("unknown device type \"" + args[1] + "\"; use one of " + typeNames([](DeviceType) { return true; }));
+    const std::string name(englishTypeName(*type));
+    if (file && !takesFile(*type)) return usageError("--file applies to " + typeNames(takesFile) + ", not to \"" + name + "\"");
+    if (!file && needsFile(*type)) return usageError("a " + name + " needs --file (the disk file or host device it uses)");
+    if (node && !isNodeDevice(*type)) return usageError("--node applies to " + typeNames(isNodeDevice) + ", not to \"" + name + "\"");
+
+    auto config = loadConfiguration(args[0]);
+    if (!config) return Refused;
+    DeviceStore& store = config->devices;
+    AddHardwareInfo info = addHardwareInfo(*type, store.count(*type), deviceMaxima(*config));
+    if (!info.okEnabled) {
+        printMessage(Message{MessageKind::Warning, {TextPart::fromId(90)}, info.text});
+        return Refused;
+    }
+    Device& device = store.createDevice(*type);
+    if (file) useFile(device, fs::absolute(*file).string());
+    if (node) {
+        NodeChoice choice = chooseNode(store, *type, device.identifier, *node);
+        show(choice.message);
+        if (!choice.changed) {
+            std::cerr << "Nothing was written.\n";
+            return Refused;
+        }
+    } else if (isNodeDevice(*type)) {
+        Placement placement = placeOnFirstFreeNode(store, device);
+        for (const Message& notice : placement.notices) printMessage(notice);
+        if (!placement.placed) {
+            return refuse("No Available Nodes", store.displayText(device) +
+                                                    " was not added: it needs a free IDE or SCSI node (each SCSI Controller adds seven)");
+        }
+    }
+    if (int rc = saveEditedConfiguration(args[0], *config); rc != Success) return rc;
+    printEntry(store, device);
+    return Success;
+}
+
+int runRemove(Args args) {
+    if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
+    if (args.size() != 2) return usageError("device remove needs a FILE and an ENTRY");
+    auto config = loadConfiguration(args[0]);
+    if (!config) return Refused;
+    DeviceStore& store = config->devices;
+    Device* device = findEntry(store, args[1]);
+    if (!device) return noSuchEntry(args[0], store, args[1]);
+    const std::string text = store.displayText(*device);
+    if (!canRemoveDevice(device->type, store.count(device->type))) {
+        return refuse("Device Not Removable", text + " cannot be removed: a machine keeps its memory and at least one CPU");
+    }
+    store.remove(device->type, device->identifier);
+    if (int rc = saveEditedConfiguration(args[0], *config); rc != Success) return rc;
+    std::cout << "Removed " << text << '\n';
+    return Success;
+}
+
+int runNode(Args args) {
+    if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
+    if (args.size() != 3) return usageError("device node needs a FILE, an ENTRY and a NODE");
+    auto config = loadConfiguration(args[0]);
+    if (!config) return Refused;
+    DeviceStore& store = config->devices;
+    Device* device = findEntry(store, args[1]);
+    if (!device) return noSuchEntry(args[0], store, args[1]);
+    if (!isNodeDevice(device->type)) {
+        return refuse("Invalid Node Selection", store.displayText(*device) + " sits on no node; only " +
+                                                    typeNames(isNodeDevice) + " do");
+    }
+    NodeChoice choice = chooseNode(store, device->type, device->identifier, args[2]);
+    show(choice.message);
+    if (!choice.changed) {
+        std::cerr << store.displayText(*device) << " stays on " << placedNodeLabel(*device) << ": nothing was written.\n";
+        return choice.message ? Refused : Success;
+    }
+    if (int rc = saveEditedConfiguration(args[0], *config); rc != Success) return rc;
+    printEntry(store, *device);
+    if (choice.movedType) printEntry(store, *store.find(*choice.movedType, choice.movedIdentifier));
+    return Success;
+}
+
+}  // namespace
+
+int runDevice(Args args) {
+    if (args.empty()) return usageError("device needs add, remove or node");
+    std::string action = args[0];
+    args.erase(args.begin());
+    if (action == "add") return runAdd(std::move(args));
+    if (action == "remove") return runRemove(std::move(args));
+    if (action == "node") return runNode(std::move(args));
+    return usageError("unknown device action '" + action + "'; use add, remove or node");
+}
+
+int runMemory(Args args) {
+    if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
+    if (args.size() != 2) return usageError("memory needs a FILE and a size in MB");
+    auto config = loadConfiguration(args[0]);
+    if (!config) return Refused;
+    MemoryCheck check = checkMemorySize(args[1], memoryRange(*config));
+    if (show(check.refusal)) return Refused;
+    if (!check.megabytes) return usageError("memory needs a size in MB");
+    DeviceStore& store = config->devices;
+    // A loaded machine always has its memory entry (the product's default when the file has none).
+    Device* memory = store.find(DeviceType::Memory, store.devices(DeviceType::Memory)[0].identifier);
+    memory->settings.setNumber("memsize", *check.megabytes);
+    if (check.rounded) {
+        std::cerr << "Memory is a multiple of 4 MB: " << trimBlanks(args[1]) << " MB was rounded down to "
+                  << *check.megabytes << " MB.\n";
+    }
+    if (int rc = saveEditedConfiguration(args[0], *config); rc != Success) return rc;
+    std::cout << "Memory: " << *check.megabytes << " MB\n";
+    return Success;
+}
+
+}  // namespace arden::cli

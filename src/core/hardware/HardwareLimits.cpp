@@ -1,0 +1,49 @@
+#include "core/hardware/HardwareLimits.h"
+
+namespace arden {
+
+bool canAddDevice(DeviceType type, int count, const DeviceMaxima& m) {
+    const int diskNodes = 7 * m.scsiControllers + 3;
+    switch (type) {
+        case DeviceType::Cpu: return count == m.cpus - 1;
+        case DeviceType::Memory:
+        case DeviceType::Sound:
+        case DeviceType::Usb: return count == 0;
+        case DeviceType::Floppy: return count < 2;
+        case DeviceType::ParallelPort: return count < 3;
+        case DeviceType::SerialPort: return count < 4;
+        case DeviceType::Network: return m.nics >= 1 && count <= m.nics - 1;
+        case DeviceType::IdeController: return count < 2;
+        case DeviceType::ScsiController: return m.scsiControllers >= 1 && count <= m.scsiControllers - 1;
+        case DeviceType::HardDisk:
+        case DeviceType::CdRom: return count <= diskNodes;
+        case DeviceType::GenericScsi: return count <= 7 * m.scsiControllers - 1;
+        case DeviceType::Display:
+        case DeviceType::Mouse: return count < 1;
+    }
+    return false;
+}
+
+std::vector<DeviceType> offeredDeviceTypes(const DeviceCounts& counts, const DeviceMaxima& maxima) {
+    std::vector<DeviceType> offered;
+    for (int n = 0; n < kDeviceTypeCount; ++n) {
+        DeviceType t = *deviceTypeFromNumber(n);
+        if (canAddDevice(t, counts[static_cast<std::size_t>(n)], maxima)) offered.push_back(t);
+    }
+    return offered;
+}
+
+AddHardwareInfo addHardwareInfo(DeviceType type, int count, const DeviceMaxima& maxima) {
+    const TextPart name = TextPart::fromId(deviceTypeNameId(type));
+    if (canAddDevice(type, count, maxima)) {
+        return AddHardwareInfo{true, {TextPart::fromId(92), TextPart::fixed(" "), name, TextPart::fixed(".")}};
+    }
+    return AddHardwareInfo{false, {TextPart::fromId(93), name, TextPart::fixed("s "), TextPart::fromId(94)}};
+}
+
+bool canRemoveDevice(DeviceType type, int count) {
+    if (count <= 0 || type == DeviceType::Memory) return false;
+    return type != DeviceType::Cpu || count > 1;
+}
+
+}  // namespace arden

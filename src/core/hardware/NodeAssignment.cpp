@@ -1,0 +1,255 @@
+#include "core/hardware/NodeAssignment.h"
+
+#include <algorithm>
+#include <charconv>
+#include <map>
+#include <set>
+
+#include "core/hardware/DeviceTexts.h"
+#include "core/support/TextUtil.h"
+
+namespace arden {
+namespace {
+
+constexpr DeviceType kNodeTypes[] = {DeviceType::HardDisk, DeviceType::CdRom, DeviceType::GenericScsi};
+
+using NodeKey = std::pair<int, int>;  // controller, node
+
+// Holder kinds, told apart by the beginning of the holder text.
+struct HolderKind {
+    std::string_view prefix;
+    DeviceType type;
+};
+constexpr HolderKind kHolderKinds[] = {
+    {"Hard", DeviceType::HardDisk}, {"CD", DeviceType::CdRom}, {"Gen", DeviceType::GenericScsi}};
+
+bool sitsOn(const Device& d, Bus bus, int controller, int node) {
+    return d.node.ControllerType() == busName(bus) && d.node.ControllerNumber() == controller &&
+           d.node.NodeNumber() == node;
+}
+
+bool isPlaced(const Device& d) {
+    return busFromName(d.node.ControllerType()) && d.node.ControllerNumber() >= 0 && d.node.NodeNumber() >= 0;
+}
+
+void place(Device& d, Bus bus, int controller, int node) {
+    d.node.setControllerType(std::string(busName(bus)));
+    d.node.setControllerNumber(controller);
+    d.node.setNodeNumber(node);
+}
+
+Message notice(int textId) { return Message{MessageKind::Information, {TextPart::fromId(170)}, {TextPart::fromId(textId)}}; }
+
+Message invalidSelection(TextParts text) {
+    return Message{MessageKind::Warning, {TextPart::fromId(191)}, std::move(text)};
+}
+
+// The free nodes a device of `type` could take, joined for a message ("IDE 1:1, SCSI 0:2").
+std::string freeNodesText(const DeviceStore& store, DeviceType type) {
+    std::string text;
+    for (Bus bus : {Bus::Ide, Bus::Scsi}) {
+        if (!busAllowed(type, bus)) continue;
+        for (const std::string& label : nodeList(store, bus)) {
+            if (label.find('-') == std::string::npos) text += (text.empty() ? "" : ", ") + label;
+        }
+    }
+    return text.empty() ? std::string("none") : text;
+}
+
+// Puts `device` on the first free node of `bus`; false when every node is held.
+bool placeOnBus(DeviceStore& store, Device& device, Bus bus) {
+    std::vector<std::string> labels = nodeList(store, bus);
+    auto free = findFirstFreeNode(labels);
+    if (!free) return false;
+    auto parsed = parseNodeLabel(labels[*free]);
+    place(device, bus, parsed->controller, parsed->node);
+    return true;
+}
+
+}  // namespace
+
+std::string_view busName(Bus bus) { return bus == Bus::Ide ? "IDE" : "SCSI"; }
+
+std::optional<Bus> busFromName(std::string_view name) {
+    if (name == "IDE") return Bus::Ide;
+    if (name == "SCSI") return Bus::Scsi;
+    return std::nullopt;
+}
+
+std::string nodeLabel(Bus bus, int controller, int node) {
+    return std::string(busName(bus)) + " " + std::to_string(controller) + ":" + std::to_string(node);
+}
+
+bool busAllowed(DeviceType type, Bus bus) {
+    return isNodeDevice(type) && (type != DeviceType::GenericScsi || bus == Bus::Scsi);
+}
+
+std::vector<std::string> nodeList(const DeviceStore& store, Bus bus) {
+    // Every node of the bus with its holder text (empty: free).
+    std::map<NodeKey, std::string> nodes;
+    if (bus == Bus::Ide) {
+        for (int c = 0; c < kIdeControllers; ++c) {
+            for (int n = 0; n < kIdeNodesPerController; ++n) nodes[{c, n}];
+        }
+    } else {
+        for (const Device& controller : store.devices(DeviceType::ScsiController)) {
+            if (controller.number < 0) continue;
+            for (int n = 0; n < kScsiDeviceNodes; ++n) nodes[{controller.number, n}];
+            nodes[{controller.number, kScsiControllerNode}] = std::string(kControllerHolderPrefix);
+        }
+    }
+    std::set<NodeKey> taken;  // the first device on a node holds it
+    for (DeviceType t : kNodeTypes) {
+        if (!busAllowed(t, bus)) continue;
+        for (const Device& d : store.devices(t)) {
+            if (d.node.ControllerType() != busName(bus) || !isPlaced(d)) continue;
+            NodeKey key{d.node.ControllerNumber(), d.node.NodeNumber()};
+            if (taken.insert(key).second) nodes[key] = store.displayText(d);
+        }
+    }
+    std::vector<std::string> labels;
+    labels.reserve(nodes.size());
+    for (const auto& [key, holder] : nodes) {
+        std::string label = nodeLabel(bus, key.first, key.second);
+        if (!holder.empty()) label += " - " + holder;
+        labels.push_back(std::move(label));
+    }
+    return labels;
+}
+
+std::optional<std::size_t> findFirstFreeNode(const std::vector<std::string>& labels) {
+    for (std::size_t i = 0; i < labels.size(); ++i) {
+        if (labels[i].find('-') == std::string::npos) return i;
+    }
+    return std::nullopt;
+}
+
+std::optional<ParsedNodeLabel> parseNodeLabel(std::string_view label) {
+    ParsedNodeLabel parsed;
+    std::string_view rest;
+    if (label.starts_with("IDE ")) {
+        parsed.bus = Bus::Ide;
+        rest = label.substr(4);
+    } else if (label.starts_with("SCSI ")) {
+        parsed.bus = Bus::Scsi;
+        rest = label.substr(5);
+    } else {
+        return std::nullopt;
+    }
+    std::size_t colon = rest.find(':');
+    if (colon == std::string_view::npos) return std::nullopt;
+    std::size_t blank = rest.find(' ', colon);
+    std::string_view controller = rest.substr(0, colon);
+    std::string_view node = rest.substr(colon + 1, blank == std::string_view::npos ? std::string_view::npos : blank - colon - 1);
+    auto whole = [](std::string_view digits, int& out) {
+        if (digits.empty() || digits.size() > 6) return false;
+        auto [ptr, ec] = std::from_chars(digits.data(), digits.data() + digits.size(), out);
+        return ec == std::errc{} && ptr == digits.data() + digits.size() && out >= 0;
+    };
+    if (!whole(controller, parsed.controller) || !whole(node, parsed.node)) return std::nullopt;
+    std::size_t dash = label.find('-');
+    if (dash != std::string_view::npos) parsed.holder = std::string(label.substr(std::min(dash + 2, label.size())));
+    else if (blank != std::string_view::npos && !trimBlanks(rest.substr(blank)).empty()) return std::nullopt;
+    return parsed;
+}
+
+std::string placedNodeLabel(const Device& device) {
+    if (!isPlaced(device)) return {};
+    return nodeLabel(*busFromName(device.node.ControllerType()), device.node.ControllerNumber(), device.node.NodeNumber());
+}
+
+NodeChoice chooseNode(DeviceStore& store, DeviceType type, std::string_view identifier, std::string_view label) {
+    NodeChoice result;
+    label = trimBlanks(label);
+    if (label == kNoNodeLabel) return result;
+    Device* device = isNodeDevice(type) ? store.find(type, identifier) : nullptr;
+    if (!device) {
+        result.message = invalidSelection({TextPart::fixed("There is no " + std::string(englishTypeName(type)) +
+                                                           " \"" + std::string(identifier) + "\" to place on a node")});
+        return result;
+    }
+    auto parsed = parseNodeLabel(label);
+    if (!parsed) {
+        result.message = invalidSelection({TextPart::fixed(
+            "\"" + std::string(label) + "\" is not a node label; nodes are written like \"IDE 0:1\" or \"SCSI 0:3\". Free nodes: " +
+            freeNodesText(store, type))});
+        return result;
+    }
+    const std::string bare = nodeLabel(parsed->bus, parsed->controller, parsed->node);
+    if (!busAllowed(type, parsed->bus)) {
+        result.message = invalidSelection({TextPart::fixed(
+            "A " + std::string(englishTypeName(type)) + " sits on SCSI nodes only, not on " + bare +
+            ". Free nodes: " + freeNodesText(store, type))});
+        return result;
+    }
+    // The holder of the node, as the machine's node list shows it.
+    std::vector<std::string> labels = nodeList(store, parsed->bus);
+    auto item = std::find_if(labels.begin(), labels.end(), [&](const std::string& l) {
+        return l == bare || l.starts_with(bare + " ");
+    });
+    if (item == labels.end()) {
+        result.message = invalidSelection({TextPart::fixed(bare + " is not a node of this machine. Free nodes: " +
+                                                           freeNodesText(store, type))});
+        return result;
+    }
+    const std::string holderText = parseNodeLabel(*item)->holder;
+    if (sitsOn(*device, parsed->bus, parsed->controller, parsed->node)) return result;
+    if (holderText.empty()) {
+        place(*device, parsed->bus, parsed->controller, parsed->node);
+        result.changed = true;
+        return result;
+    }
+    if (holderText.starts_with(kControllerHolderPrefix)) {
+        result.message = invalidSelection({TextPart::fromId(192)});
+        return result;
+    }
+    Device* holder = nullptr;
+    for (const HolderKind& kind : kHolderKinds) {
+        if (!holderText.starts_with(kind.prefix) || !busAllowed(kind.type, parsed->bus)) continue;
+        for (const Device& d : store.devices(kind.type)) {
+            if (sitsOn(d, parsed->bus, parsed->controller, parsed->node)) {
+                holder = store.find(kind.type, d.identifier);
+                break;
+            }
+        }
+        break;
+    }
+    if (!holder) {
+        result.message = invalidSelection({TextPart::fromId(192)});
+        return result;
+    }
+    if (!placeOnBus(store, *holder, parsed->bus)) {
+        result.message = notice(parsed->bus == Bus::Ide ? 171 : 172);
+        return result;
+    }
+    place(*device, parsed->bus, parsed->controller, parsed->node);
+    result.changed = true;
+    result.movedType = holder->type;
+    result.movedIdentifier = holder->identifier;
+    result.movedTo = placedNodeLabel(*holder);
+    return result;
+}
+
+Placement placeOnFirstFreeNode(DeviceStore& store, Device& device) {
+    Placement result;
+    if (!isNodeDevice(device.type)) return result;
+    if (isPlaced(device)) {
+        result.placed = true;
+        return result;
+    }
+    if (device.type == DeviceType::GenericScsi) {
+        result.placed = placeOnBus(store, device, Bus::Scsi);
+        if (!result.placed) result.notices.push_back(notice(172));
+        return result;
+    }
+    if (placeOnBus(store, device, Bus::Ide)) {
+        result.placed = true;
+        return result;
+    }
+    result.notices.push_back(notice(171));
+    result.placed = placeOnBus(store, device, Bus::Scsi);
+    if (!result.placed) result.notices.push_back(notice(173));
+    return result;
+}
+
+}  // namespace arden

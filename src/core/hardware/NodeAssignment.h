@@ -1,0 +1,102 @@
+#pragma once
+// Which IDE or SCSI node a disk-like device (hard disk, DVD/CD-ROM drive, generic SCSI device)
+// sits on, and the node lists its page shows.
+//
+// Nodes: IDE has two controllers of two nodes each (IDE 0:0, 0:1, 1:0, 1:1). Every SCSI
+// controller of the machine (its key number n, "scsin") offers seven device nodes, SCSI n:0 to
+// n:6, and holds node n:7 itself. A node that a device of an opened file holds outside these
+// (SCSI 0:9, or a SCSI node of a controller the file does not declare) is listed too, so the
+// device's page can show where it sits; such nodes are never offered when free.
+//
+// Node labels: "IDE 0:1" for a free node; "IDE 0:1 - CD-ROM 1" for a held one (label, blank,
+// "-", blank, the holder's display text); "SCSI 0:7 - Controller" for the
+// controller's own node. "N/A" stands for no node.
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "core/hardware/DeviceStore.h"
+#include "core/support/Message.h"
+
+namespace arden {
+
+enum class Bus { Ide, Scsi };
+
+std::string_view busName(Bus bus);  // "IDE" / "SCSI", as in clsNodeDevice::ControllerType
+std::optional<Bus> busFromName(std::string_view name);
+
+inline constexpr int kIdeControllers = 2;
+inline constexpr int kIdeNodesPerController = 2;
+inline constexpr int kScsiDeviceNodes = 7;    // SCSI n:0 to n:6
+inline constexpr int kScsiControllerNode = 7; // held by the controller itself
+inline constexpr std::string_view kNoNodeLabel = "N/A";
+inline constexpr std::string_view kControllerHolderPrefix = "Controller";
+
+// "IDE 0:1", "SCSI 1:3".
+std::string nodeLabel(Bus bus, int controller, int node);
+
+// Whether a device of `type` may sit on `bus` (generic SCSI devices: SCSI only).
+bool busAllowed(DeviceType type, Bus bus);
+
+// The node list of `bus` for the machine held by `store`: controller by controller, node by
+// node, each label showing its holder. This is what cboHDIDE, cboHDSCSI, cboCDRIDE,
+// cboCDRSCSI and cboGenSCSI show (rebuild it after every change: it is the relabelling).
+std::vector<std::string> nodeList(const DeviceStore& store, Bus bus);
+
+// Find first free node: the position of the first label without a "-", or nothing when every
+// node is held.
+std::optional<std::size_t> findFirstFreeNode(const std::vector<std::string>& labels);
+
+// Parse node label: "IDE 1:0 - CD-ROM 1" -> IDE, 1, 0, "CD-ROM 1". The holder is everything
+// from two characters after the first "-" (empty for a free node). Nothing for "N/A" and for
+// texts that are not node labels ("SCSI x:1", "USB 0:0", "IDE 0").
+struct ParsedNodeLabel {
+    Bus bus = Bus::Ide;
+    int controller = -1;
+    int node = -1;
+    std::string holder;
+    bool operator==(const ParsedNodeLabel&) const = default;
+};
+std::optional<ParsedNodeLabel> parseNodeLabel(std::string_view label);
+
+// The label of the node a device sits on ("IDE 1:0"), empty when it is not placed.
+std::string placedNodeLabel(const Device& device);
+
+// The outcome of choosing a node for a device.
+struct NodeChoice {
+    bool changed = false;                // the device now sits on the chosen node
+    std::optional<Message> message;      // a refusal (warning) or a notice (information) to show
+    // The device that held the node and was moved out of the way (its entry's summary changes).
+    std::optional<DeviceType> movedType;
+    std::string movedIdentifier;
+    std::string movedTo;                 // its new node label, e.g. "IDE 0:1"
+};
+
+// Choosing a node in a node list for the device (`type`, `identifier`). `label` is an item of
+// nodeList() or a label typed by hand ("IDE 1:0"); the holder is taken from the machine, not
+// from the text after the label.
+// - "N/A", or the node the device already holds: nothing changes, no message.
+// - a free node: the device takes it.
+// - the SCSI controller's own node: refused, "Invalid Node Selection" / "Node already
+//   occupied - cannot move" (warning, ids 191/192); nothing changes.
+// - a node held by another disk-like device: that device moves to the first free node of the
+//   same bus and the device takes the chosen node; when that bus has no free node, "No
+//   Available Nodes" / "No available IDE nodes!" or "No available SCSI nodes!" (information,
+//   ids 170/171/172) and nothing moves.
+// - a label that names no node of this machine ("SCSI 3:9"), a bus the device cannot use, or
+//   an unknown device: refused with a warning that names the label and lists the free nodes;
+//   nothing changes.
+NodeChoice chooseNode(DeviceStore& store, DeviceType type, std::string_view identifier, std::string_view label);
+
+// Placing a new hard disk or DVD/CD-ROM drive on the first free node: IDE first; when IDE is
+// full, "No available IDE nodes!" and then SCSI; when SCSI is full too, "No available SCSI
+// nodes either!". A generic SCSI device is placed on SCSI only ("No available SCSI nodes!").
+// A device that already sits on a node stays there.
+struct Placement {
+    bool placed = false;                 // the device sits on a node afterwards
+    std::vector<Message> notices;        // information messages, in the order they are shown
+};
+Placement placeOnFirstFreeNode(DeviceStore& store, Device& device);
+
+}  // namespace arden

@@ -1,0 +1,79 @@
+#include "gui/hardware/HardDiskPage.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace arden::gui {
+
+HardDiskPage::HardDiskPage(VmConfiguration& config, DevicePageContext& context, QWidget* parent)
+    : DevicePage(config, context, DeviceType::HardDisk, parent) {
+    setObjectName("fraHDPage");
+    auto* fraHDFile = frame("fraHDFile", 326);  // "Disk File"
+    auto* lblHDExisting = named<QLabel>("lblHDExisting", fraHDFile);
+    captions_.add(lblHDExisting, 328, ":");  // "Use Existing"
+    auto* txtHDFile = textBox(fraHDFile, "txtHDFile", ".fileName");
+    auto* cmdBrowseHDFile = browseButton(fraHDFile, "cmdBrowseHDFile", txtHDFile, 337, {{338, "*.vmdk"}, {308, "*"}}, false);
+    cmdHDCreate_ = named<QPushButton>("cmdHDCreate", fraHDFile);
+    captions_.add(cmdHDCreate_, 329, "...");  // "Create New"
+    cmdHDCreate_->setEnabled(false);
+    connect(cmdHDCreate_, &QPushButton::clicked, this, [this] {
+        if (createDisk_) createDisk_(identifier());
+    });
+    auto* fileLayout = new QVBoxLayout(fraHDFile);
+    fileLayout->addWidget(lblHDExisting);
+    auto* fileRow = new QHBoxLayout;
+    fileRow->addWidget(txtHDFile, 1);
+    fileRow->addWidget(cmdBrowseHDFile);
+    fileLayout->addLayout(fileRow);
+    auto* createRow = new QHBoxLayout;
+    createRow->addStretch(1);
+    createRow->addWidget(cmdHDCreate_);
+    fileLayout->addLayout(createRow);
+
+    // Mode: Persistent without Independent, or Independent and then Persistent or Non-Persistent.
+    auto* fraHDMode = frame("fraHDMode", 355);  // "Mode"
+    chkHDIndependent_ = named<QCheckBox>("chkHDIndependent", fraHDMode);
+    captions_.add(chkHDIndependent_, 330);
+    optHDPersist_ = option(fraHDMode, "optHDPersist", 331);
+    optHDNonPersist_ = option(fraHDMode, "optHDNonPersist", 332);
+    onFill([this](const Device& d) {
+        const DiskMode mode = diskModeOf(d.settings.text(".mode"));
+        chkHDIndependent_->setChecked(mode.independent);
+        optHDPersist_->setChecked(mode.persistent);
+        optHDNonPersist_->setChecked(!mode.persistent);
+    });
+    connect(chkHDIndependent_, &QCheckBox::clicked, this,
+            [this](bool on) { storeMode({on, optHDPersist_->isChecked()}); });
+    connect(optHDPersist_, &QRadioButton::clicked, this, [this] { storeMode({chkHDIndependent_->isChecked(), true}); });
+    // Choosing Non-Persistent makes the disk independent: only such a disk can drop its changes.
+    connect(optHDNonPersist_, &QRadioButton::clicked, this, [this] { storeMode({true, false}); });
+    auto* modeLayout = new QVBoxLayout(fraHDMode);
+    modeLayout->addWidget(chkHDIndependent_);
+    indentedRow(modeLayout, {optHDPersist_});
+    indentedRow(modeLayout, {optHDNonPersist_});
+
+    stack({statusFrame("chkHDEnabled", nullptr), nodeFrame("optHDIDE", "cboHDIDE", "optHDSCSI", "cboHDSCSI"), fraHDFile,
+           fraHDMode});
+}
+
+void HardDiskPage::setCreateDisk(std::function<void(const std::string&)> create) {
+    createDisk_ = std::move(create);
+    cmdHDCreate_->setEnabled(static_cast<bool>(createDisk_));
+}
+
+void HardDiskPage::storeMode(DiskMode mode) {
+    store([&](Device& d) {
+        const std::string value(diskModeValue(mode));
+        if (d.settings.get(".mode") == value) return false;
+        d.settings.set(".mode", value);
+        return true;
+    });
+    refill();  // the three controls show the mode that was stored
+}
+
+}  // namespace arden::gui

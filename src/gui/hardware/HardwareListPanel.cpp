@@ -1,0 +1,166 @@
+#include "gui/hardware/HardwareListPanel.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QSplitter>
+#include <QTreeWidget>
+#include <QVBoxLayout>
+
+#include "core/config/HardwareFigures.h"
+#include "core/hardware/HardwareLimits.h"
+#include "core/hardware/NodeAssignment.h"
+#include "gui/hardware/DevicePages.h"
+#include "gui/hardware/frmAddHardware.h"
+#include "gui/support/Icons.h"
+#include "gui/support/Prompts.h"
+#include "gui/support/UiText.h"
+
+namespace arden::gui {
+namespace {
+
+constexpr int kKeyRole = Qt::UserRole;
+
+bool keyOf(const QTreeWidgetItem* item, DeviceType& type, std::string& identifier) {
+    return item && parseHardwareListKey(item->data(0, kKeyRole).toString().toStdString(), type, identifier);
+}
+
+}  // namespace
+
+HardwareListPanel::HardwareListPanel(VmConfiguration& config, QWidget* parent) : QWidget(parent), config_(config) {
+    lvwHardwareList_ = makeListView("lvwHardwareList", this, captions_, 201, 203);
+    cmdHardwareAdd_ = named<QPushButton>("cmdHardwareAdd", this);
+    captions_.add(cmdHardwareAdd_, 205, "...");
+    cmdHardwareRemove_ = named<QPushButton>("cmdHardwareRemove", this);
+    captions_.add(cmdHardwareRemove_, 206);
+    cmdHardwareRemove_->setEnabled(false);
+    connect(lvwHardwareList_, &QTreeWidget::currentItemChanged, this, &HardwareListPanel::showDevice);
+    connect(cmdHardwareAdd_, &QPushButton::clicked, this, &HardwareListPanel::addDevice);
+    connect(cmdHardwareRemove_, &QPushButton::clicked, this, &HardwareListPanel::removeSelected);
+
+    auto* listSide = new QWidget(this);
+    auto* listLayout = new QVBoxLayout(listSide);
+    listLayout->setContentsMargins(0, 0, 0, 0);
+    listLayout->addWidget(lvwHardwareList_, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(cmdHardwareAdd_);
+    buttons->addWidget(cmdHardwareRemove_);
+    listLayout->addLayout(buttons);
+
+    sstHardware_ = new DevicePages(config_, this);
+    connect(sstHardware_, &DevicePages::edited, this, [this] {
+        refreshSummaries();  // a node choice may have moved another device as well
+        emit edited();
+    });
+
+    auto* splitter = new QSplitter(Qt::Horizontal, this);
+    splitter->setChildrenCollapsible(false);
+    splitter->addWidget(listSide);
+    splitter->addWidget(sstHardware_);
+    splitter->setStretchFactor(0, 1);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({1000, 1000});  // equal halves to start with
+    auto* layout = new QHBoxLayout(this);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(splitter);
+}
+
+QTreeWidgetItem* HardwareListPanel::makeItem(const HardwareListEntry& e) const {
+    auto* item = new QTreeWidgetItem({qs(e.text), qs(e.summary)});
+    item->setData(0, kKeyRole, qs(e.key));
+    item->setIcon(0, deviceIcon(e.icon - 1));
+    item->setToolTip(1, item->text(1));
+    return item;
+}
+
+void HardwareListPanel::fill() {
+    lvwHardwareList_->clear();
+    QList<QTreeWidgetItem*> items;
+    for (const HardwareListEntry& e : config_.devices.hardwareList()) items << makeItem(e);
+    lvwHardwareList_->addTopLevelItems(items);
+    if (QTreeWidgetItem* first = lvwHardwareList_->topLevelItem(0)) lvwHardwareList_->setCurrentItem(first);
+    else cmdHardwareRemove_->setEnabled(false);
+}
+
+void HardwareListPanel::showSelected() { sstHardware_->refill(); }
+
+void HardwareListPanel::relabel(int languageOffset) {
+    languageOffset_ = languageOffset;
+    captions_.apply(languageOffset);
+    sstHardware_->relabel(languageOffset);
+}
+
+int HardwareListPanel::findEntry(DeviceType type, const std::string& identifier) const {
+    const QString key = qs(hardwareListKey(type, identifier));
+    for (int i = 0; i < lvwHardwareList_->topLevelItemCount(); ++i) {
+        if (lvwHardwareList_->topLevelItem(i)->data(0, kKeyRole).toString() == key) return i;
+    }
+    return -1;
+}
+
+void HardwareListPanel::showDevice(QTreeWidgetItem* item) {
+    DeviceType type{};
+    std::string identifier;
+    // A key that names no device leaves the page as it was.
+    if (!keyOf(item, type, identifier) || !config_.devices.find(type, identifier)) return;
+    sstHardware_->showDevice(type, identifier);
+    cmdHardwareRemove_->setEnabled(canRemoveDevice(type, config_.devices.count(type)));
+}
+
+void HardwareListPanel::refreshSummaries() {
+    for (int i = 0; i < lvwHardwareList_->topLevelItemCount(); ++i) {
+        QTreeWidgetItem* item = lvwHardwareList_->topLevelItem(i);
+        DeviceType type{};
+        std::string identifier;
+        if (!keyOf(item, type, identifier)) continue;
+        if (const Device* d = config_.devices.find(type, identifier)) {
+            item->setText(1, qs(config_.devices.summary(*d)));
+            item->setToolTip(1, item->text(1));
+        }
+    }
+}
+
+void HardwareListPanel::addEntry(DeviceType type, const std::string& identifier) {
+    const Device* d = config_.devices.find(type, identifier);
+    if (!d) return;
+    // Among the entries of its type, after the last one of a type not above its own.
+    int row = 0;
+    for (; row < lvwHardwareList_->topLevelItemCount(); ++row) {
+        DeviceType t{};
+        std::string id;
+        if (keyOf(lvwHardwareList_->topLevelItem(row), t, id) && typeNumber(t) > typeNumber(type)) break;
+    }
+    QTreeWidgetItem* item = makeItem(config_.devices.entry(*d));
+    lvwHardwareList_->insertTopLevelItem(row, item);
+    lvwHardwareList_->setCurrentItem(item);
+    lvwHardwareList_->scrollToItem(item);
+}
+
+void HardwareListPanel::addDevice() {
+    frmAddHardware dialog(config_.devices.counts(), deviceMaxima(config_), languageOffset_, this);
+    if (dialog.exec() != QDialog::Accepted || !dialog.chosenType()) return;
+    Device& device = config_.devices.createDevice(*dialog.chosenType());
+    const DeviceType type = device.type;
+    const std::string identifier = device.identifier;
+    if (isNodeDevice(type)) {
+        for (const Message& notice : placeOnFirstFreeNode(config_.devices, device).notices)
+            showMessage(this, notice, languageOffset_);
+    }
+    addEntry(type, identifier);
+    emit edited();
+}
+
+void HardwareListPanel::removeSelected() {
+    QTreeWidgetItem* item = lvwHardwareList_->currentItem();
+    DeviceType type{};
+    std::string identifier;
+    if (!keyOf(item, type, identifier)) return;
+    if (!canRemoveDevice(type, config_.devices.count(type)) || !config_.devices.remove(type, identifier)) return;
+    const int row = lvwHardwareList_->indexOfTopLevelItem(item);
+    delete item;  // the list moves its current entry to a neighbour
+    if (lvwHardwareList_->topLevelItemCount() == 0) cmdHardwareRemove_->setEnabled(false);
+    else lvwHardwareList_->setCurrentItem(lvwHardwareList_->topLevelItem(std::min(row, lvwHardwareList_->topLevelItemCount() - 1)));
+    emit edited();
+}
+
+}  // namespace arden::gui

@@ -1,0 +1,13 @@
+#pragma once
+// SCSI controller page (type 9): enabled and the adapter type (BusLogic or LSI Logic).
+#include "gui/hardware/DevicePage.h"
+
+namespace arden::gui {
+
+class ScsiControllerPage : public DevicePage {
+    Q_OBJECT
+public:
+    ScsiControllerPage(VmConfiguration& config, DevicePageContext& context, QWidget* parent);
+};
+
+}  // namespace arden::gui

@@ -1,0 +1,56 @@
+#include "gui/hardware/SerialPortPage.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace arden::gui {
+
+SerialPortPage::SerialPortPage(VmConfiguration& config, DevicePageContext& context, QWidget* parent)
+    : DevicePage(config, context, DeviceType::SerialPort, parent) {
+    setObjectName("fraSerialPage");
+    auto* fraConnection = frame("fraSerConnection", 299);  // "Connection"
+    auto* optSerPort = option(fraConnection, "optSerPort", 306);
+    QStringList ports{"auto detect"};
+    for (const std::string& p : context.hostPorts.serial) ports << qs(p);
+    auto* cboSerPort = deviceList(fraConnection, "cboSerPort", ports);
+    auto* optSerFile = option(fraConnection, "optSerFile", 312);
+    auto* txtSerFile = named<QLineEdit>("txtSerFile", fraConnection);
+    auto* cmdBrowseSerFile = browseButton(fraConnection, "cmdBrowseSerFile", txtSerFile, 350,
+                                          {{307, "*.txt *.log"}, {308, "*"}}, false);
+    auto* optSerPipe = option(fraConnection, "optSerPipe", 313);
+    auto* txtSerPipeName = named<QLineEdit>("txtSerPipeName", fraConnection);
+    bindConnection({{Connection::Device, optSerPort, cboSerPort},
+                    {Connection::File, optSerFile, txtSerFile},
+                    {Connection::Pipe, optSerPipe, txtSerPipeName}});
+    // The products write the pipe end in lower case; an application at the other end is
+    // given ".tryNoRxLoss" so that the guest loses no input while it reads slowly.
+    auto* cboSerPipeEnd1 = valueList(fraConnection, "cboSerPipeEnd1", ".pipe.endPoint",
+                                     {{"server", 310}, {"client", 311}}, 0);
+    auto* cboSerPipeEnd2 = valueList(fraConnection, "cboSerPipeEnd2", ".tryNoRxLoss",
+                                     {{"TRUE", 314}, {"FALSE", 315}}, 1);
+
+    auto* layout = new QVBoxLayout(fraConnection);
+    layout->addWidget(optSerPort);
+    indentedRow(layout, {cboSerPort});
+    layout->addWidget(optSerFile);
+    indentedRow(layout, {txtSerFile, cmdBrowseSerFile});
+    layout->addWidget(optSerPipe);
+    indentedRow(layout, {txtSerPipeName});
+    auto* ends = new QFormLayout;
+    addCaptionedRow(ends, captions_, "lblSerPipeEnd1", 316, cboSerPipeEnd1);
+    addCaptionedRow(ends, captions_, "lblSerPipeEnd2", 318, cboSerPipeEnd2);
+    auto* endsRow = indentedRow(layout, {});
+    endsRow->addLayout(ends, 1);
+
+    auto* fraSerYield = frame("fraSerYield", 355);  // "Mode"
+    auto* yield = new QVBoxLayout(fraSerYield);
+    yield->addWidget(flagBox(fraSerYield, "chkSerYield", 319, ".yieldOnMsrRead", false));
+    stack({statusFrame("chkSerEnabled", "chkSerConnectedBoot"), fraConnection, fraSerYield});
+}
+
+}  // namespace arden::gui

@@ -1,0 +1,13 @@
+#pragma once
+// Sound adapter page (type 5): present and connected at power-on.
+#include "gui/hardware/DevicePage.h"
+
+namespace arden::gui {
+
+class SoundPage : public DevicePage {
+    Q_OBJECT
+public:
+    SoundPage(VmConfiguration& config, DevicePageContext& context, QWidget* parent);
+};
+
+}  // namespace arden::gui

@@ -1,0 +1,36 @@
+#pragma once
+// frmAddHardware: the modal dialog of the editor's Add command. It lists the device types
+// that may still be added to the machine (from the fifteen counts and the product's maxima),
+// says for the chosen row whether one more may be added, and returns the chosen type.
+#include <QDialog>
+#include <optional>
+
+#include "core/hardware/HardwareLimits.h"
+
+class QLabel;
+class QPushButton;
+class QTreeWidget;
+
+namespace arden::gui {
+
+class frmAddHardware : public QDialog {
+    Q_OBJECT
+public:
+    frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& maxima, int languageOffset, QWidget* parent);
+
+    // The chosen type after OK; nothing when the dialog was cancelled.
+    std::optional<DeviceType> chosenType() const { return chosen_; }
+
+private:
+    void rowChosen();
+
+    DeviceCounts counts_;
+    DeviceMaxima maxima_;
+    int languageOffset_;
+    std::optional<DeviceType> chosen_;
+    QTreeWidget* lvwAvailableHardware_;
+    QLabel* lblInfo_;
+    QPushButton* cmdOK_;
+};
+
+}  // namespace arden::gui

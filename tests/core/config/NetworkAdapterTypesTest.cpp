@@ -1,0 +1,61 @@
+#include "core/config/NetworkAdapterTypes.h"
+
+#include "core/config/ProductTables.h"
+#include "core/shell/GetText.h"
+#include "TestSupport.h"
+
+using namespace arden;
+
+TEST(NicTypes, OfferedPerPlatformAndVersion) {
+    struct Case {
+        int platform;
+        int version;
+        bool e1000;
+    };
+    const Case cases[] = {
+        {kGsxServer, 0, false}, {kGsxServer, 1, false}, {kWorkstation, 0, false}, {kWorkstation, 1, false},
+        {kWorkstation, 2, false}, {kWorkstation, 3, false}, {kWorkstation, 4, true}, {kPlayer, 0, true},
+        {kServer, 0, true},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(std::to_string(c.platform) + "/" + std::to_string(c.version));
+        EXPECT_TRUE(nicTypeOffered(c.platform, c.version, "vlance"));
+        EXPECT_TRUE(nicTypeOffered(c.platform, c.version, "VMXNET"));
+        EXPECT_EQ(nicTypeOffered(c.platform, c.version, "e1000"), c.e1000);
+        EXPECT_FALSE(nicTypeOffered(c.platform, c.version, "vmxnet3"));
+        EXPECT_EQ(checkNicType(c.platform, c.version, "e1000").has_value(), !c.e1000);
+    }
+    auto refusal = checkNicType(kWorkstation, 3, "e1000");
+    ASSERT_TRUE(refusal);
+    EXPECT_EQ(resolveText(refusal->title, 0), "Invalid Adapter Type");
+    EXPECT_EQ(resolveText(refusal->text, 0),
+              "Workstation 5.0x does not offer the adapter type \"e1000\"; use vlance or vmxnet.");
+}
+
+TEST(NicTypes, AVersionWithoutE1000MovesSuchAdaptersToTheFirstType) {
+    DeviceStore store;
+    store.createDevice(DeviceType::Network).settings.set(".virtualDev", "e1000");
+    store.createDevice(DeviceType::Network).settings.set(".virtualDev", "vmxnet");
+    store.createDevice(DeviceType::Network).settings.set(".virtualDev", "E1000");
+    store.createDevice(DeviceType::Network).settings.unset(".virtualDev");
+
+    // Workstation 5.5x offers every type: nothing changes, nothing is said.
+    EXPECT_FALSE(fitNicTypesToProduct(store, kWorkstation, 4));
+    EXPECT_EQ(store.devices(DeviceType::Network)[0].settings.text(".virtualDev"), "e1000");
+
+    auto notice = fitNicTypesToProduct(store, kWorkstation, 3);
+    ASSERT_TRUE(notice);
+    EXPECT_EQ(notice->kind, MessageKind::Information);
+    EXPECT_EQ(resolveText(notice->title, 0), "Adapter Type Changed");
+    EXPECT_EQ(resolveText(notice->text, 0),
+              "Workstation 5.0x does not offer every network adapter type this machine used:\n"
+              "Network Adapter 1: E1000 is now AMD Lance.\n"
+              "Network Adapter 3: E1000 is now AMD Lance.");
+    const auto& nics = store.devices(DeviceType::Network);
+    EXPECT_EQ(nics[0].settings.text(".virtualDev"), "vlance");
+    EXPECT_EQ(nics[1].settings.text(".virtualDev"), "vmxnet");
+    EXPECT_EQ(nics[2].settings.text(".virtualDev"), "vlance");
+    EXPECT_FALSE(nics[3].settings.has(".virtualDev"));
+    // Fitted once, the adapters need nothing more.
+    EXPECT_FALSE(fitNicTypesToProduct(store, kGsxServer, 0));
+}

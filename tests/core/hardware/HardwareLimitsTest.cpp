@@ -1,0 +1,102 @@
+// What the add-hardware dialog offers, its lblInfo texts, and which entries may be removed.
+#include "core/hardware/HardwareLimits.h"
+
+#include "core/config/HardwareFigures.h"
+#include "core/shell/GetText.h"
+#include "TestSupport.h"
+
+using namespace arden;
+
+namespace {
+
+DeviceMaxima maximaOf(int platform, int version) { return deviceMaxima(*productFigures(platform, version)); }
+
+// The names of the offered types, joined by ", ".
+std::string offered(const DeviceCounts& counts, const DeviceMaxima& maxima) {
+    std::string names;
+    for (DeviceType t : offeredDeviceTypes(counts, maxima)) {
+        names += (names.empty() ? "" : ", ") + GetText(deviceTypeNameId(t));
+    }
+    return names;
+}
+
+DeviceCounts counts(std::initializer_list<std::pair<DeviceType, int>> given) {
+    DeviceCounts c{};
+    for (auto [t, n] : given) c[static_cast<std::size_t>(typeNumber(t))] = n;
+    return c;
+}
+
+}  // namespace
+
+TEST(AddHardwareOffers, PlatformWithOneScsiControllerAndTwoCpus) {
+    // Workstation 4.5x: one SCSI controller, three adapters; one CPU.
+    const DeviceMaxima ws45 = maximaOf(1, 2);
+    ASSERT_EQ(ws45, (DeviceMaxima{1, 3, 1}));
+    EXPECT_EQ(offered(counts({}), ws45),
+              "CPU, Memory, Floppy Drive, Parallel Port, Serial Port, Sound Adapter, Network Adapter, USB Controller, "
+              "IDE Controller, SCSI Controller, Hard Disk, DVD/CD-ROM Drive, Generic SCSI Device, Display, Mouse");
+    // Every type at its limit but hard disks: ten disks (four IDE nodes and six of the seven
+    // SCSI nodes) still offer an eleventh, eleven do not; generic SCSI devices stop at seven.
+    const DeviceCounts full = counts({{DeviceType::Cpu, 1}, {DeviceType::Memory, 1}, {DeviceType::Floppy, 2},
+                                      {DeviceType::ParallelPort, 3}, {DeviceType::SerialPort, 4}, {DeviceType::Sound, 1},
+                                      {DeviceType::Network, 3}, {DeviceType::Usb, 1}, {DeviceType::IdeController, 2},
+                                      {DeviceType::ScsiController, 1}, {DeviceType::HardDisk, 10}, {DeviceType::CdRom, 11},
+                                      {DeviceType::GenericScsi, 7}, {DeviceType::Display, 1}, {DeviceType::Mouse, 1}});
+    EXPECT_EQ(offered(full, ws45), "Hard Disk");
+    DeviceCounts almost = full;
+    almost[typeNumber(DeviceType::HardDisk)] = 11;
+    almost[typeNumber(DeviceType::GenericScsi)] = 6;
+    almost[typeNumber(DeviceType::Floppy)] = 1;
+    almost[typeNumber(DeviceType::Network)] = 2;
+    EXPECT_EQ(offered(almost, ws45), "Floppy Drive, Network Adapter, Generic SCSI Device");
+
+    // The CPU row is an equality: with a maximum of two, one CPU offers it, zero and two do not.
+    const DeviceMaxima ws55 = maximaOf(1, 4);
+    ASSERT_EQ(ws55.cpus, 2);
+    for (auto [cpus, offeredCpu] : {std::pair{0, false}, {1, true}, {2, false}}) {
+        EXPECT_EQ(canAddDevice(DeviceType::Cpu, cpus, ws55), offeredCpu) << cpus;
+    }
+    EXPECT_TRUE(canAddDevice(DeviceType::Cpu, 0, ws45));
+    EXPECT_FALSE(canAddDevice(DeviceType::Cpu, 1, ws45));
+}
+
+TEST(AddHardwareOffers, PlatformWithoutScsiOrAdapters) {
+    const DeviceMaxima none{1, 0, 0};
+    EXPECT_EQ(offered(counts({{DeviceType::Cpu, 1}, {DeviceType::Memory, 1}, {DeviceType::HardDisk, 3}}), none),
+              "Floppy Drive, Parallel Port, Serial Port, Sound Adapter, USB Controller, IDE Controller, Hard Disk, "
+              "DVD/CD-ROM Drive, Display, Mouse");
+    // Four IDE nodes: the fourth disk is offered, a fifth is not.
+    EXPECT_FALSE(canAddDevice(DeviceType::HardDisk, 4, none));
+    EXPECT_FALSE(canAddDevice(DeviceType::GenericScsi, 0, none));
+    EXPECT_FALSE(canAddDevice(DeviceType::Network, 0, none));
+    EXPECT_FALSE(canAddDevice(DeviceType::ScsiController, 0, none));
+}
+
+TEST(AddHardwareOffers, InfoTextsAndOkButton) {
+    const DeviceMaxima ws45{1, 3, 1};
+    struct Case {
+        DeviceType type;
+        int count;
+        bool ok;
+        std::string text;
+    };
+    const Case cases[] = {
+        {DeviceType::HardDisk, 0, true, "Add a Hard Disk."},
+        {DeviceType::HardDisk, 11, false, "The maximum number ofHard Disks has already been added to this virtual machine."},
+        {DeviceType::Floppy, 2, false, "The maximum number ofFloppy Drives has already been added to this virtual machine."},
+        {DeviceType::Network, 2, true, "Add a Network Adapter."},
+    };
+    for (const Case& c : cases) {
+        AddHardwareInfo info = addHardwareInfo(c.type, c.count, ws45);
+        EXPECT_EQ(info.okEnabled, c.ok) << c.text;
+        EXPECT_EQ(resolveText(info.text, 0), c.text);
+    }
+}
+
+TEST(RemoveHardware, MemoryAndTheLastCpuStay) {
+    EXPECT_FALSE(canRemoveDevice(DeviceType::Memory, 1));
+    EXPECT_FALSE(canRemoveDevice(DeviceType::Cpu, 1));
+    EXPECT_TRUE(canRemoveDevice(DeviceType::Cpu, 2));
+    EXPECT_TRUE(canRemoveDevice(DeviceType::CdRom, 1));
+    EXPECT_FALSE(canRemoveDevice(DeviceType::CdRom, 0));
+}
