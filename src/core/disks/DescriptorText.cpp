@@ -178,7 +178,7 @@ std::optional<fs::path> descriptorNamingExtent(const fs::path& extent) {
         std::optional<std::string> text = readDescriptorText(candidate, ignored);
         if (!text) continue;
         for (const ExtentLine& e : descriptorLines(*text).extents) {
-            if (e.fileName == name) return candidate;
+            if (e.fileName == name) return extent.parent_path() / candidate.filename();
         }
     }
     return std::nullopt;
