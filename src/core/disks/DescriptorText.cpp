@@ -45,8 +45,8 @@ std::string_view takeWord(std::string_view& line) {
 std::optional<ExtentLine> extentLine(std::string_view line) {
     std::string_view rest = line;
     std::string_view access = takeWord(rest);
+    // `line` starts at its first word: "RWX" or "#RW" are not access words.
     if (std::find(std::begin(kAccessWords), std::end(kAccessWords), access) == std::end(kAccessWords)) return std::nullopt;
-    if (access.size() == line.size() || !isBlank(line[access.size()])) return std::nullopt;
     ExtentLine e;
     e.access = access;
     e.sizeText = takeWord(rest);
@@ -178,7 +178,7 @@ std::optional<fs::path> descriptorNamingExtent(const fs::path& extent) {
         std::optional<std::string> text = readDescriptorText(candidate, ignored);
         if (!text) continue;
         for (const ExtentLine& e : descriptorLines(*text).extents) {
-            if (e.fileName == name) return candidate;
+            if (e.fileName == name) return extent.parent_path() / candidate.filename();
         }
     }
     return std::nullopt;

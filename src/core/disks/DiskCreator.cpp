@@ -69,6 +69,9 @@ private:
     DiskCreationResult result_;
 };
 
+// While zeros are written, they are put on the disk and dropped from the cache this often.
+constexpr std::int64_t kZeroFlushBytes = std::int64_t{64} << 20;
+
 // Reserves the whole of one flat extent step by step: through the file system where it can,
 // otherwise (or when asked to) by writing zeros a chunk at a time. Every step and every chunk
 // is reported, so a cancel is answered within one chunk. A failed or cancelled extent is
@@ -89,6 +92,7 @@ FileError preallocate(const fs::path& path, std::int64_t bytes, std::int64_t& do
             }
         } else {
             error = file.writeZeros(offset, step);
+            if (!error && (offset + step) % kZeroFlushBytes == 0) error = file.flushAndRelease();
         }
         if (error) break;
         offset += step;

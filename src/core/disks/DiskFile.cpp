@@ -70,6 +70,12 @@ FileError DiskFile::allocate(std::int64_t offset, std::int64_t length, bool& uns
     return failure(path_, err);
 }
 
+FileError DiskFile::flushAndRelease() {
+    if (::fdatasync(handle_) != 0 && errno != EINVAL) return failure(path_, errno);
+    ::posix_fadvise(handle_, 0, 0, POSIX_FADV_DONTNEED);
+    return std::nullopt;
+}
+
 void lowerThreadPriority() {
 #ifdef __linux__
     // On Linux the nice value belongs to the thread, so only the disk writer gives way.

@@ -40,6 +40,9 @@ public:
     FileError allocate(std::int64_t offset, std::int64_t length, bool& unsupported);
     // Writes `length` zero bytes at `offset`.
     FileError writeZeros(std::int64_t offset, std::int64_t length);
+    // Puts what was written so far on the disk and lets the system drop it from its cache, so
+    // that gigabytes of zeros do not crowd out the memory other programs (and our window) use.
+    FileError flushAndRelease();
     FileError close();
     // Closes and removes the file: used when writing it failed or was cancelled.
     void discard();

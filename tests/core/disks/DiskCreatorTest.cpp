@@ -151,3 +151,20 @@ TEST(DiskCreator, SingleGrowableThroughQemuImg) {
     ASSERT_TRUE(failed.failure);
     EXPECT_NE(textOf(*failed.failure).find("exit code 1"), std::string::npos) << textOf(*failed.failure);
 }
+
+TEST(DiskCreator, ZerosAreWrittenAndReportedAMegabyteAtATime) {
+    ScratchDir dir;
+    std::vector<DiskProgressState> states;
+    auto made = createDisk({dir / "z.vmdk", DiskAdapter::Ide, 204800, DiskKind::Preallocated, 3},
+                           [&](const DiskProgressState& s) {
+                               states.push_back(s);
+                               return true;
+                           },
+                           {true});
+    ASSERT_TRUE(made.created);
+    ASSERT_EQ(states.size(), 101u) << "100 MiB in 1 MiB pieces, then the descriptor";
+    EXPECT_EQ(progressStepText(states[0].step) + " " + states[0].currentFile + ": " + progressAmountText(states[0]),
+              "Writing zeros to " + (dir / "z-flat.vmdk").string() + ": 1 MiB of 100 MiB (1%)");
+    EXPECT_EQ(progressStepText(states[100].step) + " " + states[100].currentFile, "Writing the descriptor " + (dir / "z.vmdk").string());
+    EXPECT_GE(allocatedBytes(dir / "z-flat.vmdk"), 204800 * 512) << "the zeros are really written";
+}

@@ -16,8 +16,16 @@
 #include <cstdio>
 #include <filesystem>
 
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QProgressDialog>
+
+#include "core/disks/DiskInformation.h"
 #include "core/shell/Favorites.h"
 #include "core/config/HardwareFigures.h"
+#include "gui/disks/DiskCreationProgress.h"
+#include "gui/disks/frmCreateHD.h"
+#include "gui/support/UiText.h"
 #include "gui/config/Builder.h"
 #include "gui/hardware/frmAddHardware.h"
 #include "gui/shell/frmMain.h"
@@ -98,6 +106,40 @@ void saveDevicePages(arden::gui::frmMain& window, const QString& folder) {
         list->setCurrentItem(disks.isEmpty() ? list->topLevelItem(0) : disks.front());
     }
     save(&dialog, "add-hardware");
+// The create-disk dialog as the hard-disk page opens it, its progress dialog part-way through
+// a preallocation (then cancelled), and the summary box of the disk it made.
+void saveDiskWindows(QWidget* window, const QString& folder) {
+    using namespace arden::disks;
+    arden::gui::CreateDiskRequest preset;
+    preset.folder = folder;
+    preset.adapter = DiskAdapter::LsiLogic;
+    arden::gui::frmCreateHD create(preset, window);
+    create.findChild<QLineEdit*>("txtNewDisk")->setText("WinXPPro-data");
+    create.show();
+    create.adjustSize();
+    save(&create, "create-disk");
+
+    QTimer grab;
+    QObject::connect(&grab, &QTimer::timeout, [&] {
+        auto* progress = window->findChild<QProgressDialog*>("dlgDiskProgress");
+        if (!progress || progress->value() < 20) return;
+        grab.stop();
+        save(progress, "create-disk-progress");
+        progress->cancel();
+    });
+    grab.start(20);
+    NewDiskRequest big{folder.toStdString() + "/WinXPPro-big.vmdk", DiskAdapter::LsiLogic, 2 * 2097152, DiskKind::Preallocated, 3};
+    arden::gui::runDiskCreation(window, big, {true});
+
+    NewDiskRequest data{folder.toStdString() + "/WinXPPro-data.vmdk", DiskAdapter::Ide, 8 * 2097152, DiskKind::GrowableSplit, 3};
+    createDisk(data);
+    DiskReadResult read = readDiskInformation(data.descriptorPath);
+    if (!read.information) return;
+    arden::Message summary = diskSummaryMessage(*read.information, DiskBus::Scsi);
+    QMessageBox box(QMessageBox::Information, arden::gui::uiText(summary.title, 0), arden::gui::uiText(summary.text, 0),
+                    QMessageBox::Ok, window);
+    box.show();
+    save(&box, "disk-information");
 }
 
 }  // namespace
@@ -166,5 +208,7 @@ int main(int argc, char** argv) {
     dialog.show();
     dialog.adjustSize();
     save(&dialog, "options");
+    dialog.hide();
+    saveDiskWindows(&window, scratch.path() + "/WinXP");
     return 0;
 }
