@@ -107,6 +107,7 @@ TEST_F(MainWindow, PickersStartWhereTheUserLastWasThenAtTheMachineThenHome) {
     EXPECT_EQ(script.shown()[0].startFolder, QDir::homePath()) << "nothing used yet, no machine: home";
 
     script.clear();
+    tabs()->setCurrentIndex(0);  // Home, nothing selected: no current machine
     window->openConfiguration();  // cancelled
     EXPECT_EQ(script.shown()[0].startFolder, at("chosen")) << "the folder last used";
 

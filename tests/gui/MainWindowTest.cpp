@@ -42,8 +42,10 @@ using arden::gui::test::kSmallVmx;
 TEST_F(MainWindow, CommandLinePathWithBlanksOpensAfterTheDelay) {
     fs::path file = writeVmx("with blanks/My Machine.vmx");
     for (QString line : {"\"" + QString::fromStdString(file.string()) + "\"", QString::fromStdString(file.string())}) {
-        frmMain& w = open(line);
+        window = std::make_unique<frmMain>(line);
+        frmMain& w = *window;
         EXPECT_EQ(tabs()->count(), 1) << "nothing is opened before the delay";
+        w.show();
         EXPECT_EQ(w.ExistingVmxFileName(), QString::fromStdString(file.string()));
         QTRY_COMPARE_WITH_TIMEOUT(tabs()->count(), 2, 5000);
         EXPECT_EQ(tabs()->tabText(1), "Small One");

@@ -16,15 +16,25 @@ void AddFavorite(std::vector<FavoriteRecord>& favorites, const FavoriteRecord& r
     }
 }
 
-void AddFavorites(std::vector<FavoriteRecord>& favorites, const std::vector<FavoriteRecord>& records) {
-    // Each name's last index in the list: the entry AddFavorite would overwrite.
-    std::unordered_map<std::string, std::size_t> last;
+void AddFavorites(std::vector<FavoriteRecord>& favorites, std::vector<FavoriteRecord> records) {
+    // Each name's last index in the list: the entry AddFavorite would overwrite. The keys view
+    // the names held in the list, which neither moves (room is reserved first) nor has a name
+    // rewritten (an overwritten entry keeps its equal name).
+    favorites.reserve(favorites.size() + records.size());
+    std::unordered_map<std::string_view, std::size_t> last;
     last.reserve(favorites.size() + records.size());
     for (std::size_t i = 0; i < favorites.size(); ++i) last[favorites[i].DisplayName] = i;
-    for (const FavoriteRecord& record : records) {
-        auto [it, added] = last.try_emplace(record.DisplayName, favorites.size());
-        if (added) favorites.push_back(record);
-        else favorites[it->second] = record;
+    for (FavoriteRecord& record : records) {
+        auto found = last.find(record.DisplayName);
+        if (found == last.end()) {
+            favorites.push_back(std::move(record));
+            last.emplace(favorites.back().DisplayName, favorites.size() - 1);
+        } else {
+            FavoriteRecord& entry = favorites[found->second];
+            entry.VmxPath = std::move(record.VmxPath);
+            entry.ConfigVersion = record.ConfigVersion;
+            entry.Status = record.Status;
+        }
     }
 }
 

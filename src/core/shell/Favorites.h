@@ -26,7 +26,7 @@ struct FavoriteRecord {
 void AddFavorite(std::vector<FavoriteRecord>& favorites, const FavoriteRecord& record);
 
 // AddFavorite for each record in order, in one pass over the list however long both are.
-void AddFavorites(std::vector<FavoriteRecord>& favorites, const std::vector<FavoriteRecord>& records);
+void AddFavorites(std::vector<FavoriteRecord>& favorites, std::vector<FavoriteRecord> records);
 
 // Removes the entry (every entry) with that DisplayName; false when there was none.
 bool RemoveFavorite(std::vector<FavoriteRecord>& favorites, std::string_view displayName);

@@ -42,17 +42,6 @@ std::int16_t toConfigVersion(std::string_view text) {
     return static_cast<std::int16_t>(value);
 }
 
-std::vector<std::string> splitAtTabs(const std::string& value) {
-    std::vector<std::string> fields;
-    std::size_t pos = 0;
-    for (;;) {
-        std::size_t tab = value.find('\t', pos);
-        fields.push_back(value.substr(pos, tab == std::string::npos ? std::string::npos : tab - pos));
-        if (tab == std::string::npos) return fields;
-        pos = tab + 1;
-    }
-}
-
 void readGeneral(ProgramSettings& s, cInifile& ini, const std::string& file, std::vector<Message>& notices) {
     ini.setSection(std::string(kGeneral));
     std::string backups = readKey(ini, "CreateBackups", "-1");
@@ -78,18 +67,24 @@ void readGeneral(ProgramSettings& s, cInifile& ini, const std::string& file, std
 void readFavorites(ProgramSettings& s, cInifile& ini, const std::string& file, std::vector<Message>& notices) {
     ini.setSection(std::string(kFavorites));
     std::vector<FavoriteRecord> records;
-    for (const auto& [key, value] : ini.EnumerateCurrentSectionValues()) {
-        std::vector<std::string> fields = splitAtTabs(value);
-        if (fields.size() < 3) {
+    ini.EnumerateCurrentSectionValues([&](std::string_view key, std::string_view value) {
+        // DisplayName, tab, VmxPath, tab, ConfigVersion; fields after the third are ignored.
+        const std::size_t tab1 = value.find('\t');
+        const std::size_t tab2 = tab1 == std::string_view::npos ? tab1 : value.find('\t', tab1 + 1);
+        if (tab2 == std::string_view::npos) {
             notices.push_back(notice(MessageKind::Warning,
-                                     file + ": [Favorites] " + key +
+                                     file + ": [Favorites] " + std::string(key) +
                                          " holds fewer than three tab-separated fields (display name, path, "
                                          "version); it and the favourites after it were not loaded."));
-            break;
+            return false;
         }
-        records.push_back(FavoriteRecord{fields[0], fields[1], toConfigVersion(fields[2]), 0});
-    }
-    AddFavorites(s.Favorites, records);
+        const std::string_view version = value.substr(tab2 + 1, value.find('\t', tab2 + 1) - (tab2 + 1));
+        records.push_back(FavoriteRecord{std::string(value.substr(0, tab1)),
+                                         std::string(value.substr(tab1 + 1, tab2 - tab1 - 1)),
+                                         toConfigVersion(version), 0});
+        return true;
+    });
+    AddFavorites(s.Favorites, std::move(records));
 }
 
 void checkNotBinary(const std::string& file, std::vector<Message>& notices) {

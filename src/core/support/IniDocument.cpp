@@ -157,21 +157,36 @@ std::vector<std::string> IniDocument::entries(std::string_view section) const {
     return out;
 }
 
-std::vector<std::pair<std::string, std::string>> IniDocument::keyValues(std::string_view section) const {
-    std::vector<std::pair<std::string, std::string>> out;
+namespace {
+
+// Key names compared as the look-ups compare them: without regard to ASCII case.
+struct FoldedHash {
+    std::size_t operator()(std::string_view s) const noexcept {
+        std::size_t h = 1469598103934665603ull;  // FNV-1a over the folded bytes
+        for (char c : s) h = (h ^ static_cast<unsigned char>(asciiLower(c))) * 1099511628211ull;
+        return h;
+    }
+};
+struct FoldedEqual {
+    bool operator()(std::string_view a, std::string_view b) const noexcept { return equalsIgnoreCase(a, b); }
+};
+
+}  // namespace
+
+void IniDocument::visitKeyValues(std::string_view section,
+                                 const std::function<bool(std::string_view, std::string_view)>& visit) const {
     auto range = findSection(section);
-    if (!range) return out;
-    std::vector<Entry> found;
-    std::unordered_map<std::string, std::string_view> first;  // folded name -> first value
+    if (!range) return;
+    // Views into the held lines, which stay put while this const call runs. In file order the
+    // first key of a name is met first, so each later one finds that one's value here.
+    std::unordered_map<std::string_view, std::string_view, FoldedHash, FoldedEqual> first;
+    first.reserve(range->end - range->header);
     for (std::size_t i = range->header + 1; i < range->end; ++i) {
         if (auto e = parseEntry(lines_[i].text)) {
-            found.push_back(*e);
-            first.emplace(toLowerAscii(e->name), e->value);
+            const std::string_view firstValue = first.emplace(e->name, e->value).first->second;
+            if (!visit(e->name, firstValue)) return;
         }
     }
-    out.reserve(found.size());
-    for (const Entry& e : found) out.emplace_back(std::string(e.name), std::string(first.at(toLowerAscii(e.name))));
-    return out;
 }
 
 void IniDocument::insertLine(std::size_t at, std::string text) {

@@ -6,10 +6,10 @@
 // line, ";" starts a comment. When a section name occurs twice, look-ups and writes use the
 // first; when a key occurs twice in a section, the first wins. Lines before the first section
 // header belong to no section.
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace arden {
@@ -37,10 +37,12 @@ public:
     std::optional<std::string> value(std::string_view section, std::string_view key) const;
     // The section's "key=value" entries in file order, as read (names and values trimmed).
     std::vector<std::string> entries(std::string_view section) const;
-    // The section's keys in file order (duplicates kept), each with the value that value()
-    // gives for it, so a key written twice reads the first one's value both times. One pass
-    // over the section however many keys it holds.
-    std::vector<std::pair<std::string, std::string>> keyValues(std::string_view section) const;
+    // Hands `visit` the section's keys in file order (duplicates kept), each with the value that
+    // value() gives for it, so a key written twice reads the first one's value both times; stops
+    // when `visit` returns false. One pass over the section however many keys it holds; the views
+    // are valid during the call only.
+    void visitKeyValues(std::string_view section,
+                        const std::function<bool(std::string_view key, std::string_view value)>& visit) const;
 
     // Sets a value. An existing key keeps its spelling and its line's place and end; a new key
     // goes after the last non-blank line of the section; a new section is appended at the end.

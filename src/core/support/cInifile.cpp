@@ -184,10 +184,10 @@ std::vector<std::string> cInifile::EnumerateCurrentSection() {
     return doc ? doc->keys(section_) : std::vector<std::string>{};
 }
 
-std::vector<std::pair<std::string, std::string>> cInifile::EnumerateCurrentSectionValues() {
+void cInifile::EnumerateCurrentSectionValues(const std::function<bool(std::string_view, std::string_view)>& visit) {
     auto doc = load();
     success_ = doc && doc->hasSection(section_);
-    return doc ? doc->keyValues(section_) : std::vector<std::pair<std::string, std::string>>{};
+    if (doc) doc->visitKeyValues(section_, visit);
 }
 
 std::vector<std::string> cInifile::EnumerateAllSections() {

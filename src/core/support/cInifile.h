@@ -9,11 +9,11 @@
 // failure) and LastError() the reason for a failed read or write (naming the file).
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <utility>
 #include <vector>
 
 namespace arden {
@@ -73,9 +73,10 @@ public:
     std::vector<std::string> Sections();
     // Key names of Section, in file order (a key written twice is listed twice).
     std::vector<std::string> EnumerateCurrentSection();
-    // Key names of Section in file order, each with the value Value() reads for it; the file is
-    // read once, so a section of any size costs one pass.
-    std::vector<std::pair<std::string, std::string>> EnumerateCurrentSectionValues();
+    // Hands `visit` the key names of Section in file order, each with the value Value() reads
+    // for it, until `visit` returns false; one pass however large the section. The views are
+    // valid during the call only.
+    void EnumerateCurrentSectionValues(const std::function<bool(std::string_view key, std::string_view value)>& visit);
     // Every section header of the file in file order, a repeated section listed each time.
     std::vector<std::string> EnumerateAllSections();
 

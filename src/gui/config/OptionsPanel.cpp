@@ -59,7 +59,8 @@ OptionsPanel::OptionsPanel(VmConfiguration& config, QWidget* parent) : QWidget(p
     splitter_->addWidget(sstOptions_);
     splitter_->setStretchFactor(0, 1);
     splitter_->setStretchFactor(1, 3);
-    splitter_->setSizes({3000, 7000});  // until shown, when the list is fitted to its summaries
+    splitter_->setSizes({3000, 7000});  // until the panel has its size: then fitListToSummaries
+    connect(splitter_, &QSplitter::splitterMoved, this, [this] { userPlacedSplitter_ = true; });
     auto* layout = new QHBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(splitter_);
@@ -80,12 +81,15 @@ void OptionsPanel::refreshSummaries() {
     }
 }
 
-void OptionsPanel::showEvent(QShowEvent* event) {
-    QWidget::showEvent(event);
-    if (splitterPlaced_) return;
-    splitterPlaced_ = true;
-    // The list starts as wide as its widest summary needs, at most half the panel; the page
-    // takes the rest. A summary that grows later is elided and still shown in full as a tip.
+void OptionsPanel::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    if (!userPlacedSplitter_) fitListToSummaries();
+}
+
+void OptionsPanel::fitListToSummaries() {
+    // The list is as wide as its widest summary needs, at most half the panel; the page takes
+    // the rest. Once the user drags the splitter, their choice stays; a summary that no longer
+    // fits is elided and still shown in full as the row's tip.
     const QFontMetrics metrics(lvwOptionsList_->font());
     int widest = 0;
     for (int i = 0; i < kGroupCount; ++i)

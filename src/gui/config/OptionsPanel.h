@@ -29,7 +29,7 @@ public:
     void relabel(int languageOffset);
 
 protected:
-    void showEvent(QShowEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 signals:
     // A page changed the model.
@@ -37,11 +37,13 @@ signals:
     void displayNameChanged(const QString& name);
 
 private:
+    void fitListToSummaries();
+
     VmConfiguration& config_;
     QTreeWidget* lvwOptionsList_;
     QStackedWidget* sstOptions_;
     QSplitter* splitter_;
-    bool splitterPlaced_ = false;
+    bool userPlacedSplitter_ = false;
     std::array<OptionPage*, kGroupCount> pages_{};
     Captions captions_;
 };

@@ -1,6 +1,8 @@
 // Favourites at scale: a settings file holding 200,000 favourites read, listed and written
 // in-process, shown on the Home list, and listed by `arden-forge-cli favorites list` as a
-// whole program (time and peak memory). Prints figures; never fails on time.
+// whole program (time and peak memory). Wall time and processor time are both printed: on a
+// shared machine the wall time includes waiting for a processor. Prints figures; never fails on
+// time.
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -13,6 +15,7 @@
 #include <filesystem>
 #include <fstream>
 #include <string>
+#include <vector>
 
 #include "core/shell/ProgramSettings.h"
 #include "core/support/RegistryStore.h"
@@ -30,8 +33,28 @@ double msSince(Clock::time_point start) {
     return std::chrono::duration<double, std::milli>(Clock::now() - start).count();
 }
 
-// Runs the CLI with the settings of `dir`; wall time in ms and peak resident memory in MB.
-bool runCli(const char* cli, const fs::path& dir, double& ms, double& peakMb) {
+double cpuMs(const rusage& u) {
+    return (u.ru_utime.tv_sec + u.ru_stime.tv_sec) * 1e3 + (u.ru_utime.tv_usec + u.ru_stime.tv_usec) / 1e3;
+}
+
+// Wall and processor time of one step of this process.
+struct Timed {
+    double wall = 0, cpu = 0;
+    template <class F>
+    explicit Timed(F&& step) {
+        rusage before{}, after{};
+        getrusage(RUSAGE_SELF, &before);
+        const auto start = Clock::now();
+        step();
+        wall = msSince(start);
+        getrusage(RUSAGE_SELF, &after);
+        cpu = cpuMs(after) - cpuMs(before);
+    }
+};
+
+// Runs the CLI with the settings of `dir`: wall and processor time in ms, peak resident memory in MB.
+bool runCli(const char* cli, const fs::path& dir, double& ms, double& cpu, double& peakMb) {
+    std::fflush(stdout);
     const auto start = Clock::now();
     pid_t pid = fork();
     if (pid == 0) {
@@ -45,6 +68,7 @@ bool runCli(const char* cli, const fs::path& dir, double& ms, double& peakMb) {
     rusage usage{};
     if (pid < 0 || wait4(pid, &status, 0, &usage) != pid) return false;
     ms = msSince(start);
+    cpu = cpuMs(usage);
     peakMb = usage.ru_maxrss / 1024.0;
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
@@ -52,7 +76,6 @@ bool runCli(const char* cli, const fs::path& dir, double& ms, double& peakMb) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    QApplication app(argc, argv);
     const fs::path dir = fs::temp_directory_path() / ("arden-bench-favorites-" + std::to_string(getpid()));
     fs::create_directories(dir / "config");
     {
@@ -62,33 +85,33 @@ int main(int argc, char** argv) {
             ini << "Favorite" << i << "=Machine " << i << "\t/home/user/vms/m" << i << "/m" << i << ".vmx\t8\r\n";
     }
 
+    // The whole program first, while this process is small: a child's peak memory counts what
+    // it inherited before starting the program.
+    double cliMs = 0, cliCpu = 0, cliMb = 0;
+    const bool cliRan = argc > 1 && runCli(argv[1], dir, cliMs, cliCpu, cliMb);
+
+    QApplication app(argc, argv);
     arden::cRegistry registry{arden::openFileRegistryStore(dir / "config" / "registry.ini", dir / "dev")};
     arden::ProgramSettings settings;
     settings.TempFolder = dir.string() + "/";
-    auto start = Clock::now();
-    arden::LoadSettings(settings, registry);
-    const double loadMs = msSince(start);
-    start = Clock::now();
-    const auto rows = arden::favoriteListRows(settings.Favorites);
-    const double rowsMs = msSince(start);
-    start = Clock::now();
-    const bool saved = arden::SaveSettings(settings, registry).empty();
-    const double saveMs = msSince(start);
+    const Timed load([&] { arden::LoadSettings(settings, registry); });
+    std::vector<arden::FavoriteRow> rows;
+    const Timed listed([&] { rows = arden::favoriteListRows(settings.Favorites); });
+    bool saved = false;
+    const Timed save([&] { saved = arden::SaveSettings(settings, registry).empty(); });
     arden::gui::HomeList home;
-    start = Clock::now();
-    home.UpdateFavoritesList(settings.Favorites);
-    const double listMs = msSince(start);
+    const Timed shown([&] { home.UpdateFavoritesList(settings.Favorites); });
 
     std::printf("%d favourites (%zu loaded, %zu rows, %d on the Home list)\n", kFavorites, settings.Favorites.size(),
                 rows.size(), home.list()->topLevelItemCount());
-    std::printf("  LoadSettings               %8.1f ms\n", loadMs);
-    std::printf("  rows with file look-ups    %8.1f ms\n", rowsMs);
-    std::printf("  SaveSettings               %8.1f ms%s\n", saveMs, saved ? "" : " (FAILED)");
-    std::printf("  Home list filled           %8.1f ms\n", listMs);
-    double cliMs = 0, cliMb = 0;
-    if (argc > 1 && runCli(argv[1], dir, cliMs, cliMb))
-        std::printf("  arden-forge-cli favorites list: %.1f ms, %.1f MB peak (target < 1000 ms, < 200 MB)\n", cliMs,
-                    cliMb);
+    const std::pair<const char*, const Timed*> steps[] = {
+        {"LoadSettings", &load}, {"rows with file look-ups", &listed}, {"SaveSettings", &save}, {"Home list filled", &shown}};
+    for (const auto& [what, t] : steps) std::printf("  %-26s %8.1f ms wall, %8.1f ms processor\n", what, t->wall, t->cpu);
+    if (!saved) std::printf("  SaveSettings FAILED\n");
+    if (cliRan)
+        std::printf("  arden-forge-cli favorites list: %.1f ms wall, %.1f ms processor, %.1f MB peak "
+                    "(target < 1000 ms, < 200 MB)\n",
+                    cliMs, cliCpu, cliMb);
     else if (argc > 1)
         std::printf("  arden-forge-cli favorites list FAILED\n");
     std::error_code ec;
