@@ -16,6 +16,8 @@ fi
 here=$(cd "$(dirname "$0")" && pwd)
 seeds=$here/seeds/$name
 mkdir -p "$work/corpus" "$work/crashes"
+# A stack with every report of undefined behaviour, and the first report ends the run.
+export UBSAN_OPTIONS="${UBSAN_OPTIONS:-print_stacktrace=1:halt_on_error=1}"
 set -- -artifact_prefix="$work/crashes/" -timeout=25 -rss_limit_mb=2048 "$@"
 if [ -f "$here/$name.dict" ]; then
     set -- -dict="$here/$name.dict" "$@"

@@ -13,6 +13,6 @@ const char* __asan_default_options() {
 // A stack for every report of undefined behaviour; the first one ends the program.
 const char* __ubsan_default_options() { return "print_stacktrace=1:halt_on_error=1"; }
 
-// Only leaks inside system libraries are suppressed; the file says which and why.
+// Leaks may be suppressed only inside system libraries; the file says which and why.
 const char* __lsan_default_options() { return "suppressions=" ARDEN_LSAN_SUPPRESSIONS ":print_suppressions=0"; }
 }
