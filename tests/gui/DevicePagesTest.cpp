@@ -255,7 +255,7 @@ TEST(DevicePages, VideoMemoryIsEnteredInMegabytesAndStoredInBytes) {
     EXPECT_EQ(child<QLineEdit>(b.get(), "txtVRamSize")->text(), "16");
 }
 
-TEST(DevicePages, HardDiskModeAndCreateNewWaitingForItsDialog) {
+TEST(DevicePages, HardDiskModeCreateNewAndDiskInformation) {
     ScratchDir dir;
     PromptScript script;
     auto b = newMachine("Modes", dir.path());
@@ -274,10 +274,32 @@ TEST(DevicePages, HardDiskModeAndCreateNewWaitingForItsDialog) {
     EXPECT_EQ(mode(), "persistent");
     EXPECT_TRUE(persistent->isChecked());
 
+    // Create New opens the create-disk dialog on the disk's own adapter; the new descriptor
+    // becomes the disk's file, and the summary box describes it.
+    QString adapterShown;
+    QTimer::singleShot(0, [&] {
+        auto* dialog = QApplication::activeModalWidget();
+        ASSERT_TRUE(dialog) << "the create-disk dialog is shown";
+        for (auto* option : dialog->findChildren<QRadioButton*>())
+            if (option->isChecked() && option->objectName().startsWith("optAdapt")) adapterShown = option->objectName();
+        child<QLineEdit>(dialog, "txtNewDisk")->setText("Made Here");
+        child<QLineEdit>(dialog, "txtDiskSize")->setText("1");
+        child<QPushButton>(dialog, "cmdOK")->click();
+    });
     auto* create = child<QPushButton>(b.get(), "cmdHDCreate");
-    EXPECT_FALSE(create->isHidden());
-    EXPECT_FALSE(create->isEnabled());
     EXPECT_EQ(create->text(), "Create New...");
+    create->click();
+    EXPECT_EQ(adapterShown, "optAdaptIde") << "a disk on an IDE node starts with the IDE adapter";
+    const fs::path made = dir.path() / "Made Here.vmdk";
+    EXPECT_TRUE(fs::exists(made));
+    EXPECT_EQ(b->configuration().devices.devices(DeviceType::HardDisk).front().settings.text(".fileName"), made.string());
+    EXPECT_EQ(child<QLineEdit>(b.get(), "txtHDFile")->text().toStdString(), made.string());
+    EXPECT_TRUE(b->ChangesPending());
+
+    child<QPushButton>(b.get(), "cmdHDInfo")->click();
+    ASSERT_FALSE(script.messages().empty());
+    EXPECT_EQ(script.messages().back().title, "Current Disk Information");
+    EXPECT_TRUE(script.messages().back().text.contains("Disk Name: Made Here.vmdk")) << script.messages().back().text.toStdString();
 }
 
 }  // namespace

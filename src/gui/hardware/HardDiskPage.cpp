@@ -1,12 +1,15 @@
 #include "gui/hardware/HardDiskPage.h"
 
 #include <QCheckBox>
+#include <QDir>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+
+#include "gui/disks/DiskDialogs.h"
 
 namespace arden::gui {
 
@@ -18,11 +21,24 @@ HardDiskPage::HardDiskPage(VmConfiguration& config, DevicePageContext& context, 
     captions_.add(lblHDExisting, 328, ":");  // "Use Existing"
     auto* txtHDFile = textBox(fraHDFile, "txtHDFile", ".fileName");
     auto* cmdBrowseHDFile = browseButton(fraHDFile, "cmdBrowseHDFile", txtHDFile, 337, {{338, "*.vmdk"}, {308, "*"}}, false);
-    cmdHDCreate_ = named<QPushButton>("cmdHDCreate", fraHDFile);
-    captions_.add(cmdHDCreate_, 329, "...");  // "Create New"
-    cmdHDCreate_->setEnabled(false);
-    connect(cmdHDCreate_, &QPushButton::clicked, this, [this] {
-        if (createDisk_) createDisk_(identifier());
+    auto* cmdHDCreate = named<QPushButton>("cmdHDCreate", fraHDFile);
+    captions_.add(cmdHDCreate, 329, "...");  // "Create New"
+    connect(cmdHDCreate, &QPushButton::clicked, this, [this, txtHDFile] {
+        const Device* d = device();
+        if (!d) return;
+        CreateDiskRequest preset;
+        preset.folder = qs(config_.identity.vmxFolder);
+        preset.adapter = disks::adapterForNode(nodeBus(*d), scsiControllerType(*d));
+        preset.languageOffset = languageOffset();
+        QString path;
+        if (!createDiskFor(this, preset, path)) return;
+        txtHDFile->setText(path);
+        emit txtHDFile->editingFinished();
+    });
+    auto* cmdHDInfo = named<QPushButton>("cmdHDInfo", fraHDFile);
+    captions_.add(cmdHDInfo, 174, "...");  // "Current Disk Information"
+    connect(cmdHDInfo, &QPushButton::clicked, this, [this, txtHDFile] {
+        if (const Device* d = device()) showDiskInformation(this, diskPath(txtHDFile->text()), nodeBus(*d), languageOffset());
     });
     auto* fileLayout = new QVBoxLayout(fraHDFile);
     fileLayout->addWidget(lblHDExisting);
@@ -32,7 +48,8 @@ HardDiskPage::HardDiskPage(VmConfiguration& config, DevicePageContext& context, 
     fileLayout->addLayout(fileRow);
     auto* createRow = new QHBoxLayout;
     createRow->addStretch(1);
-    createRow->addWidget(cmdHDCreate_);
+    createRow->addWidget(cmdHDInfo);
+    createRow->addWidget(cmdHDCreate);
     fileLayout->addLayout(createRow);
 
     // Mode: Persistent without Independent, or Independent and then Persistent or Non-Persistent.
@@ -61,9 +78,20 @@ HardDiskPage::HardDiskPage(VmConfiguration& config, DevicePageContext& context, 
            fraHDMode});
 }
 
-void HardDiskPage::setCreateDisk(std::function<void(const std::string&)> create) {
-    createDisk_ = std::move(create);
-    cmdHDCreate_->setEnabled(static_cast<bool>(createDisk_));
+disks::DiskBus HardDiskPage::nodeBus(const Device& d) {
+    return d.node.ControllerType() == "SCSI" ? disks::DiskBus::Scsi : disks::DiskBus::Ide;
+}
+
+std::string HardDiskPage::scsiControllerType(const Device& d) const {
+    if (d.node.ControllerType() != "SCSI") return {};
+    const Device* controller = config_.devices.findByNumber(DeviceType::ScsiController, d.node.ControllerNumber());
+    return controller ? controller->settings.text(".virtualDev") : std::string{};
+}
+
+QString HardDiskPage::diskPath(const QString& fileName) const {
+    // A disk in the machine's folder is written by its name alone.
+    if (fileName.isEmpty() || QDir::isAbsolutePath(fileName)) return fileName;
+    return QDir(qs(config_.identity.vmxFolder)).filePath(fileName);
 }
 
 void HardDiskPage::storeMode(DiskMode mode) {

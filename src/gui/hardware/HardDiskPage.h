@@ -1,12 +1,14 @@
 #pragma once
 // Hard disk page (type 10): enabled, bus and node, the disk file (an existing one, or a new
-// one made by the create-disk dialog through `createDisk`) and the disk mode.
-#include <functional>
+// one made by the create-disk dialog, with its summary shown on request) and the disk mode.
+#include <QString>
+#include <string>
+
+#include "core/disks/DiskTypes.h"
 
 #include "gui/hardware/DevicePage.h"
 
 class QCheckBox;
-class QPushButton;
 class QRadioButton;
 
 namespace arden::gui {
@@ -16,15 +18,15 @@ class HardDiskPage : public DevicePage {
 public:
     HardDiskPage(VmConfiguration& config, DevicePageContext& context, QWidget* parent);
 
-    // "Create New": runs `create` for the current disk (its identifier). Until a handler is
-    // set the button stays visible and disabled.
-    void setCreateDisk(std::function<void(const std::string& identifier)> create);
-
 private:
     void storeMode(DiskMode mode);
+    // The bus of the disk's node, and the type of the SCSI controller it sits on ("" on IDE):
+    // the create-disk dialog starts with that adapter, the summary compares the disk with it.
+    static disks::DiskBus nodeBus(const Device& d);
+    std::string scsiControllerType(const Device& d) const;
+    // The disk file as a path: a bare name is in the machine's folder.
+    QString diskPath(const QString& fileName) const;
 
-    std::function<void(const std::string&)> createDisk_;
-    QPushButton* cmdHDCreate_;
     QCheckBox* chkHDIndependent_;
     QRadioButton* optHDPersist_;
     QRadioButton* optHDNonPersist_;
