@@ -10,21 +10,44 @@
 #include <string>
 #include <vector>
 #include <algorithm>
+#include <cstdlib>
+#include <functional>
 #ifndef _WIN32
+#include <grp.h>
+#include <sys/wait.h>
 #include <unistd.h>
 #endif
 
 namespace arden::test {
 
-inline std::filesystem::path corpusDir() { return ARDEN_CORPUS_DIR; }
-inline std::filesystem::path dataDir() { return ARDEN_TEST_DATA_DIR; }
+// The corpus of real files: the folder named by the environment variable ARDEN_CORPUS_DIR when
+// it is set, else the one found when the build was configured (ARDEN_CORPUS_DIR there, or
+// ../shared/corpus beside the project).
+inline std::filesystem::path corpusDir() {
+    if (const char* dir = std::getenv("ARDEN_CORPUS_DIR"); dir && *dir) return dir;
+    return ARDEN_CORPUS_DIR;
+}
 
-// Skips the current test when the corpus of real files is not beside the project.
-#define ARDEN_REQUIRE_CORPUS()                                                              \
-    do {                                                                                    \
-        if (::arden::test::corpusDir().empty() ||                                           \
-            !std::filesystem::exists(::arden::test::corpusDir() / "vmx"))                   \
-            GTEST_SKIP() << "corpus of real files not found (configure ARDEN_CORPUS_DIR)"; \
+// True in continuous integration (CI=true), where nothing a test needs may be missing.
+inline bool inCi() {
+    const char* ci = std::getenv("CI");
+    return ci && std::string(ci) == "true";
+}
+
+// A test that cannot run on this machine: a failure in CI, a skip (with the reason) elsewhere.
+#define ARDEN_CANNOT_RUN(why)                                                \
+    do {                                                                     \
+        if (::arden::test::inCi()) GTEST_FAIL() << "cannot run in CI: " << why; \
+        GTEST_SKIP() << why;                                                 \
+    } while (0)
+
+// The corpus tests need the corpus of real files.
+#define ARDEN_REQUIRE_CORPUS()                                                                       \
+    do {                                                                                             \
+        if (::arden::test::corpusDir().empty() ||                                                    \
+            !std::filesystem::exists(::arden::test::corpusDir() / "vmx"))                            \
+            ARDEN_CANNOT_RUN("corpus of real files not found (set ARDEN_CORPUS_DIR or put it in "    \
+                             "../shared/corpus)");                                                   \
     } while (0)
 
 inline std::vector<std::filesystem::path> corpusFiles(const std::string& sub, const std::string& ext) {
@@ -81,5 +104,21 @@ inline bool runningAsRoot() {
     return ::geteuid() == 0;
 #endif
 }
+
+#ifndef _WIN32
+// Runs `work` in a child process as the unprivileged user nobody (65534), so that permission
+// bits stop it even when the tests run as root; returns what `work` returned (false when the
+// privileges could not be dropped). Only for root.
+inline bool asNobody(const std::function<bool()>& work) {
+    pid_t child = ::fork();
+    if (child == 0) {
+        bool dropped = ::setgroups(0, nullptr) == 0 && ::setgid(65534) == 0 && ::setuid(65534) == 0;
+        ::_exit(dropped && work() ? 0 : 1);
+    }
+    int status = 0;
+    if (child < 0 || ::waitpid(child, &status, 0) != child) return false;
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+#endif
 
 }  // namespace arden::test

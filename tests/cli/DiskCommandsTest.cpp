@@ -149,14 +149,14 @@ TEST(CliDisk, NamesThatBreakReadersAreRefusedAndAwkwardOnesWork) {
     }
 
     // A relative name with ":" reaches qemu-img as a file, not as a protocol prefix.
-    if (!arden::findProgram("qemu-img")) GTEST_SKIP() << "qemu-img is not installed";
+    if (!arden::findProgram("qemu-img")) ARDEN_CANNOT_RUN("qemu-img is not installed");
     auto colon = runCli(create("at:10.vmdk", "100M", "ide", "growable"), "cd " + arden::test::shellQuote(dir.path().string()) + " &&");
     EXPECT_EQ(colon.exitCode, 0) << colon.err;
     EXPECT_TRUE(fs::exists(dir / "at:10.vmdk"));
 }
 
 TEST(CliDisk, FolderWithoutWritePermission) {
-    if (!fs::exists("/usr/bin/setpriv")) GTEST_SKIP() << "setpriv is needed to run the command as another user";
+    if (!fs::exists("/usr/bin/setpriv")) ARDEN_CANNOT_RUN("setpriv is needed to run the command as another user");
     ScratchDir dir;
     fs::permissions(dir.path(), fs::perms::owner_all | fs::perms::group_read | fs::perms::group_exec |
                                     fs::perms::others_read | fs::perms::others_exec);

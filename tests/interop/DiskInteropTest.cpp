@@ -85,7 +85,7 @@ class DiskInterop : public testing::TestWithParam<Case> {};
 }  // namespace
 
 TEST_P(DiskInterop, ReadersAcceptTheDiskAndDataSurvivesAtExtentBoundaries) {
-    if (!haveTools()) GTEST_SKIP() << "qemu-img, qemu-io and vmdkinfo are needed (Debian qemu-utils, libvmdk-utils)";
+    if (!haveTools()) ARDEN_CANNOT_RUN("qemu-img, qemu-io and vmdkinfo are needed (Debian qemu-utils, libvmdk-utils)");
     const auto [kind, adapter] = GetParam();
     ScratchDir dir;
     const std::int64_t sectors = sectorsFor(kind);
@@ -138,7 +138,7 @@ std::int64_t qemuSectors(const fs::path& file) {
 }
 
 TEST(DiskInteropReader, ReadsEverySubformatQemuImgWrites) {
-    if (!haveTools()) GTEST_SKIP() << "qemu-img is needed (Debian qemu-utils)";
+    if (!haveTools()) ARDEN_CANNOT_RUN("qemu-img is needed (Debian qemu-utils)");
     ScratchDir dir;
     // Two pieces of qemu-img's 2 GiB split; and 2,119,506 sectors, whose sparse header holds "RW ".
     for (std::int64_t sectors : {std::int64_t{4194304 + 2048}, std::int64_t{2119506}}) {
@@ -183,7 +183,7 @@ bool standInExtents(const fs::path& descriptor) {
 
 TEST(DiskInteropReader, EveryCorpusDescriptorAgreesWithQemuImg) {
     ARDEN_REQUIRE_CORPUS();
-    if (!haveTools()) GTEST_SKIP() << "qemu-img is needed (Debian qemu-utils)";
+    if (!haveTools()) ARDEN_CANNOT_RUN("qemu-img is needed (Debian qemu-utils)");
     int compared = 0;
     std::vector<std::string> notOpened;
     for (const fs::path& original : arden::test::corpusFiles("vmdk", ".vmdk")) {

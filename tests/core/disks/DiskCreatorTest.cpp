@@ -117,7 +117,7 @@ TEST(DiskCreator, LackOfSpaceFailsCleanly) {
     fs::path small = dir / "small";
     fs::create_directories(small);
     if (::mount("tmpfs", small.c_str(), "tmpfs", 0, "size=2m") != 0)
-        GTEST_SKIP() << "cannot mount a small tmpfs here: " << std::strerror(errno);
+        ARDEN_CANNOT_RUN("cannot mount a small tmpfs here: " << std::strerror(errno));
     struct Unmount {
         fs::path at;
         ~Unmount() { ::umount(at.c_str()); }
@@ -135,7 +135,7 @@ TEST(DiskCreator, LackOfSpaceFailsCleanly) {
 TEST(DiskCreator, SingleGrowableThroughQemuImg) {
     // A missing qemu-img is checked through the CLI, which can run with its own PATH.
     EXPECT_EQ(qemuImgSizeText(204801), "102400.5");
-    if (!arden::findProgram("qemu-img")) GTEST_SKIP() << "qemu-img is not installed";
+    if (!arden::findProgram("qemu-img")) ARDEN_CANNOT_RUN("qemu-img is not installed");
     ScratchDir dir;
     NewDiskRequest r{dir / "q.vmdk", DiskAdapter::LsiLogic, 204801, DiskKind::Growable, 3};
     auto made = createDisk(r);

@@ -105,7 +105,7 @@ TEST(DiskReader, DisksThisProgramMakesWithAwkwardNamesAndSizes) {
     arden::test::writeBytes(dir / "big.vmdk", text);
     EXPECT_EQ(sectorsRead(dir / "big.vmdk"), big);
 
-    if (!arden::findProgram("qemu-img")) GTEST_SKIP() << "qemu-img is not installed";
+    if (!arden::findProgram("qemu-img")) ARDEN_CANNOT_RUN("qemu-img is not installed");
     auto grown = createDisk({dir / (name + ".vmdk"), DiskAdapter::Ide, 2119506, DiskKind::Growable, 3});
     ASSERT_TRUE(grown.created);
     EXPECT_EQ(arden::test::readBytes(dir / (name + ".vmdk")).substr(12, 3), "RW ");

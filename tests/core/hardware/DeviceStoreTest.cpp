@@ -7,15 +7,6 @@
 
 using namespace arden;
 
-TEST(NodeRecord, StartsUnplaced) {
-    clsNodeDevice n;
-    EXPECT_EQ(n.ControllerNumber(), -1);
-    EXPECT_EQ(n.NodeNumber(), -1);
-    EXPECT_EQ(n.DeviceNumber(), -1);
-    EXPECT_TRUE(n.ControllerType().empty());
-    EXPECT_TRUE(n.DeviceType().empty());
-}
-
 TEST(HardwareListKey, BuildsAndParses) {
     EXPECT_EQ(hardwareListKey(DeviceType::CdRom, "cd1"), "H11|cd1");
     DeviceType t{};
@@ -54,16 +45,13 @@ TEST(DeviceStore, NumbersIdentifiersAndTextsOfNewDevices) {
     EXPECT_EQ(s.devices(DeviceType::HardDisk)[0].node.ControllerNumber(), -1);
 }
 
-TEST(DeviceStore, HardwareListEntriesInTypeOrderWithIcons) {
+TEST(DeviceStore, HardwareListEntriesInTypeOrder) {
     DeviceStore s;
     addNewMachineDevices(s, 256, 0x123456);
     auto list = s.hardwareList();
     ASSERT_FALSE(list.empty());
     for (std::size_t i = 1; i < list.size(); ++i) EXPECT_LE(typeNumber(list[i - 1].type), typeNumber(list[i].type));
-    for (const auto& e : list) {
-        EXPECT_EQ(e.icon, typeNumber(e.type) + 1);
-        EXPECT_EQ(e.key, hardwareListKey(e.type, e.identifier));
-    }
+    for (const auto& e : list) EXPECT_EQ(e.key, hardwareListKey(e.type, e.identifier));
     auto counts = s.counts();
     EXPECT_EQ(counts[typeNumber(DeviceType::Cpu)], 1);
     EXPECT_EQ(counts[typeNumber(DeviceType::Memory)], 1);
