@@ -5,7 +5,9 @@
 #include <filesystem>
 #include <random>
 
+#include "core/config/NetworkAdapterTypes.h"
 #include "core/config/SaveFlow.h"
+#include "core/hardware/NetworkAdapter.h"
 #include "core/config/VmxLoader.h"
 #include "gui/hardware/DevicePages.h"
 #include "gui/hardware/HardwareListPanel.h"
@@ -81,9 +83,10 @@ bool Builder::nameValid() const {
 
 bool Builder::CreateVmxFile() {
     // Writing over a machine that a VMware product has open is the user's call.
+    // So are two network adapters that carry one static address.
     if (!checkSave(config_)) {
-        if (auto question = inUseQuestion(config_)) {
-            if (showMessage(this, *question, LanguageOffset) != Answer::Yes) return false;
+        for (const auto& question : {inUseQuestion(config_), duplicateStaticMacQuestion(config_.devices)}) {
+            if (question && showMessage(this, *question, LanguageOffset) != Answer::Yes) return false;
         }
     }
     SaveResult result = arden::CreateVmxFile(config_);
@@ -114,6 +117,13 @@ void Builder::pageEdited() {
     // Every edit may change what a summary says: all six are rewritten, and the selected
     // device is shown again because its figures follow the product.
     options_->refreshSummaries();
+    // A newly chosen version may lack an adapter type the machine uses.
+    if (config_.product.version >= 0) {
+        if (auto notice = fitNicTypesToProduct(config_.devices, config_.product.platform, config_.product.version)) {
+            showMessage(this, *notice, LanguageOffset);
+            hardware_->fill();
+        }
+    }
     hardware_->showSelected();
     setChangesPending(true);
 }
