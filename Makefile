@@ -7,7 +7,7 @@ CMAKE_FLAGS ?=
 
 DEB_PACKAGES := build-essential cmake pkg-config libgtest-dev libgmock-dev \
     qt6-base-dev qt6-base-dev-tools libgl-dev \
-    qemu-utils libvmdk-utils xvfb xauth fonts-dejavu-core
+    qemu-utils libvmdk-utils libvirt-clients xvfb xauth fonts-dejavu-core
 
 .PHONY: all deps configure build run test bench screenshots clean
 
