@@ -113,13 +113,16 @@ QGroupBox* NetworkPage::addressFrame() {
             return NumberCheck{check.value, check.refusal};
         },
         [](long long stored) { return QString::number(stored); });
+    // Room for the longest offset, "-2147483648".
+    txtNetMacGenOffset_->setMaximumWidth(fontMetrics().horizontalAdvance("-2147483648") + 24);
     auto* offset = new QFormLayout;
     addCaptionedRow(offset, captions_, "lblNetMacGenOffset", 353, txtNetMacGenOffset_);  // "Generated Address Offset"
 
     auto* layout = new QVBoxLayout(f);
     layout->addWidget(optNetMacGenerated_);
     auto* offsetRow = indentedRow(layout, {});
-    offsetRow->addLayout(offset, 1);
+    offsetRow->addLayout(offset);
+    offsetRow->addStretch(1);
     layout->addWidget(optNetMacStatic_);
     layout->addLayout(octets);
     onFill([this](const Device& d) {

@@ -17,6 +17,7 @@
 #include "gui/shell/frmMain.h"
 #include "gui/shell/frmOptions.h"
 #include "gui/support/Prompts.h"
+#include "SharingScreens.h"
 
 namespace {
 
@@ -137,6 +138,7 @@ int main(int argc, char** argv) {
     }
 
     saveDevicePages(window, scratch.path() + "/WinXP");
+    saveSharingScreens(window, scratch.path() + "/WinXP", save);
 
     arden::gui::frmOptions dialog({scratch.path(), true, {}, {}, 0}, &window);
     dialog.show();
