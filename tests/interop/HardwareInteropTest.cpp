@@ -4,10 +4,11 @@
 #include <filesystem>
 
 #include "TestSupport.h"
-#include "ToolRun.h"
+#include "LibvirtVmx.h"
 #include "core/config/SaveFlow.h"
 #include "core/config/VmxLoader.h"
 
+using arden::test::elements;
 using arden::test::quote;
 using arden::test::ScratchDir;
 using arden::test::tool;
@@ -20,18 +21,6 @@ std::string cli(const std::vector<std::string>& args) {
     std::string command = quote(ARDEN_CLI_PATH);
     for (const std::string& a : args) command += " " + quote(a);
     return command;
-}
-
-// The elements <tag ...>...</tag> of an XML text, each as its text.
-std::vector<std::string> elements(const std::string& xml, const std::string& tag) {
-    std::vector<std::string> found;
-    const std::string open = "<" + tag + " ", close = "</" + tag + ">";
-    for (std::size_t at = xml.find(open); at != std::string::npos; at = xml.find(open, at + 1)) {
-        std::size_t end = xml.find(close, at);
-        if (end == std::string::npos) break;
-        found.push_back(xml.substr(at, end - at));
-    }
-    return found;
 }
 
 // The element of `tag` that holds every one of `parts`, or an empty text.
@@ -59,17 +48,8 @@ void connectAdaptersToNat(const fs::path& vmx) {
 }  // namespace
 
 TEST(LibvirtReadsTheHardware, EveryDeviceTypeAddedThroughTheCommandLine) {
-    if (tool("command -v virsh").exitCode != 0) GTEST_SKIP() << "virsh not installed (Debian package libvirt-clients)";
+    if (!arden::test::virshInstalled()) GTEST_SKIP() << "virsh not installed (Debian package libvirt-clients)";
     ScratchDir dir;
-    // libvirt's vmwarews driver looks for vmrun on PATH and asks `vmware -v` for the product
-    // and version; these two stand-ins answer as Workstation 5.5 would.
-    const fs::path bin = dir / "bin";
-    fs::create_directory(bin);
-    arden::test::writeBytes(bin / "vmrun", "#!/bin/sh\nexit 0\n");
-    arden::test::writeBytes(bin / "vmware", "#!/bin/sh\necho 'VMware Workstation 5.5.0 build-18007'\n");
-    for (const char* name : {"vmrun", "vmware"}) {
-        fs::permissions(bin / name, fs::perms::owner_exec | fs::perms::group_exec, fs::perm_options::add);
-    }
 
     const std::string folder = (dir / "vms").string();
     const std::string vmx = (dir / "vms" / "Every Device.vmx").string();
@@ -108,7 +88,7 @@ TEST(LibvirtReadsTheHardware, EveryDeviceTypeAddedThroughTheCommandLine) {
     ASSERT_EQ(tool(cli({"memory", vmx, "512"})).exitCode, 0);
     connectAdaptersToNat(vmx);
 
-    ToolRun virsh = tool("PATH=" + quote(bin.string()) + ":\"$PATH\" virsh -c vmwarews:///session domxml-from-native vmware-vmx " + quote(vmx));
+    ToolRun virsh = arden::test::libvirtDomainXml(dir.path(), vmx);
     ASSERT_EQ(virsh.exitCode, 0) << virsh.output;
     const std::string& xml = virsh.output;
     EXPECT_NE(xml.find("<vcpu placement='static'>2</vcpu>"), std::string::npos) << xml;
