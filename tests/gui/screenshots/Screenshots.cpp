@@ -53,12 +53,7 @@ constexpr const char* kDevicePages[] = {"cpu",     "memory",     "floppy",      
 
 // Every device page of an editor on the machine above, then frmAddHardware for it.
 void saveDevicePages(arden::gui::frmMain& window, const QString& folder) {
-    const QString file = folder + "/Every Device.vmx";
-    QFile out(file);
-    if (!out.open(QIODevice::WriteOnly)) return;
-    out.write(kEveryDevice);
-    out.close();
-    arden::gui::Builder* editor = window.OpenEditorTab(true, file, {}, 8, {});
+    arden::gui::Builder* editor = openWrittenMachine(window, folder + "/Every Device.vmx", kEveryDevice);
     if (!editor) return;
     auto* tabs = editor->findChild<QTabWidget*>("sstMain");
     auto* hw = editor->findChild<QTreeWidget*>("lvwHardwareList");

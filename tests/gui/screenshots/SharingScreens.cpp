@@ -34,14 +34,17 @@ constexpr const char* kSharing =
 
 }  // namespace
 
+arden::gui::Builder* openWrittenMachine(arden::gui::frmMain& window, const QString& file, const char* text) {
+    QFile out(file);
+    if (!out.open(QIODevice::WriteOnly)) return nullptr;
+    out.write(text);
+    out.close();
+    return window.OpenEditorTab(true, file, {}, 8, {});
+}
+
 void saveSharingScreens(arden::gui::frmMain& window, const QString& folder,
                         const std::function<void(QWidget*, const QString&)>& save) {
-    const QString file = folder + "/Sharing.vmx";
-    QFile out(file);
-    if (!out.open(QIODevice::WriteOnly)) return;
-    out.write(kSharing);
-    out.close();
-    arden::gui::Builder* editor = window.OpenEditorTab(true, file, {}, 8, {});
+    arden::gui::Builder* editor = openWrittenMachine(window, folder + "/Sharing.vmx", kSharing);
     if (!editor) return;
     auto* tabs = editor->findChild<QTabWidget*>("sstMain");
     auto* hw = editor->findChild<QTreeWidget*>("lvwHardwareList");

@@ -7,8 +7,12 @@
 class QWidget;
 
 namespace arden::gui {
+class Builder;
 class frmMain;
 }
+
+// Writes `text` to `file` and opens it in an editor tab of `window`; null when that fails.
+arden::gui::Builder* openWrittenMachine(arden::gui::frmMain& window, const QString& file, const char* text);
 
 void saveSharingScreens(arden::gui::frmMain& window, const QString& folder,
                         const std::function<void(QWidget*, const QString&)>& save);
