@@ -9,7 +9,7 @@ CMAKE_FLAGS ?=
 
 DEB_PACKAGES := build-essential cmake pkg-config libgtest-dev libgmock-dev \
     qt6-base-dev qt6-base-dev-tools libgl-dev \
-    qemu-utils libvmdk-utils xvfb xauth fonts-dejavu-core clang
+    qemu-utils libvmdk-utils libvirt-clients xvfb xauth fonts-dejavu-core clang
 
 # The fuzz targets (tests/fuzz) and how long `make fuzz` runs each of them, one after another.
 FUZZ_TARGETS := fuzz_vmx_roundtrip fuzz_disk_descriptor fuzz_ini_document

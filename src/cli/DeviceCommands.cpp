@@ -65,10 +65,29 @@ Device* findEntry(DeviceStore& store, std::string_view entry) {
     return nullptr;
 }
 
-int noSuchEntry(const std::string& file, const DeviceStore& store, const std::string& entry) {
-    std::vector<std::string> texts;
-    for (const HardwareListEntry& e : store.hardwareList()) texts.push_back(e.text);
-    return refuse("No Such Device", file + " has no hardware entry \"" + entry + "\"; its entries are " + joinQuoted(texts));
+// The machine of FILE (args[0]) with its entry ENTRY (args[1]), for the commands that edit one
+// entry; `device` is null when something was refused or wrong, and `exitCode` says what.
+struct EntryEdit {
+    std::optional<VmConfiguration> config;
+    Device* device = nullptr;
+    int exitCode = Success;
+};
+
+EntryEdit loadEntry(const Args& args, std::size_t argumentCount, const std::string& usage) {
+    EntryEdit edit;
+    if (auto unknown = firstUnknownOption(args); !unknown.empty()) {
+        edit.exitCode = usageError("unknown option " + unknown);
+    } else if (args.size() != argumentCount) {
+        edit.exitCode = usageError(usage);
+    } else if (!(edit.config = loadConfiguration(args[0]))) {
+        edit.exitCode = Refused;
+    } else if (!(edit.device = findEntry(edit.config->devices, args[1]))) {
+        std::vector<std::string> texts;
+        for (const HardwareListEntry& e : edit.config->devices.hardwareList()) texts.push_back(e.text);
+        edit.exitCode = refuse("No Such Device", args[0] + " has no hardware entry \"" + args[1] +
+                                                     "\"; its entries are " + joinQuoted(texts));
+    }
+    return edit;
 }
 
 int runAdd(Args args) {
@@ -116,31 +135,26 @@ int runAdd(Args args) {
 }
 
 int runRemove(Args args) {
-    if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
-    if (args.size() != 2) return usageError("device remove needs a FILE and an ENTRY");
-    auto config = loadConfiguration(args[0]);
-    if (!config) return Refused;
-    DeviceStore& store = config->devices;
-    Device* device = findEntry(store, args[1]);
-    if (!device) return noSuchEntry(args[0], store, args[1]);
-    const std::string text = store.displayText(*device);
-    if (!canRemoveDevice(device->type, store.count(device->type))) {
+    EntryEdit edit = loadEntry(args, 2, "device remove needs a FILE and an ENTRY");
+    if (!edit.device) return edit.exitCode;
+    DeviceStore& store = edit.config->devices;
+    Device& device = *edit.device;
+    const std::string text = store.displayText(device);
+    if (!canRemoveDevice(device.type, store.count(device.type))) {
         return refuse("Device Not Removable", text + " cannot be removed: a machine keeps its memory and at least one CPU");
     }
-    store.remove(device->type, device->identifier);
-    if (int rc = saveEditedConfiguration(args[0], *config); rc != Success) return rc;
+    store.remove(device.type, device.identifier);
+    if (int rc = saveEditedConfiguration(args[0], *edit.config); rc != Success) return rc;
     std::cout << "Removed " << text << '\n';
     return Success;
 }
 
 int runNode(Args args) {
-    if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
-    if (args.size() != 3) return usageError("device node needs a FILE, an ENTRY and a NODE");
-    auto config = loadConfiguration(args[0]);
-    if (!config) return Refused;
+    EntryEdit edit = loadEntry(args, 3, "device node needs a FILE, an ENTRY and a NODE");
+    if (!edit.device) return edit.exitCode;
+    std::optional<VmConfiguration>& config = edit.config;
     DeviceStore& store = config->devices;
-    Device* device = findEntry(store, args[1]);
-    if (!device) return noSuchEntry(args[0], store, args[1]);
+    Device* device = edit.device;
     if (!isNodeDevice(device->type)) {
         return refuse("Invalid Node Selection", store.displayText(*device) + " sits on no node; only " +
                                                     typeNames(isNodeDevice) + " do");

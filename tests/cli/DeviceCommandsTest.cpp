@@ -159,6 +159,7 @@ TEST(CliDevice, RemoveAndMemory) {
     ASSERT_EQ(rounded.exitCode, 0) << rounded.err;
     EXPECT_EQ(rounded.out, "Memory: 256 MB\n");
     EXPECT_TRUE(contains(rounded.err, "258 MB was rounded down to 256 MB"));
+    EXPECT_TRUE(contains(readBytes(file), "memsize = \"256\"\r\n"));
     EXPECT_EQ(ok({"memory", file, "4"}), "Memory: 4 MB\n");
     EXPECT_TRUE(contains(readBytes(file), "memsize = \"4\"\r\n"));
 
@@ -168,4 +169,25 @@ TEST(CliDevice, RemoveAndMemory) {
     EXPECT_EQ(ok({"memory", gsx, "2048"}), "Memory: 2048 MB\n");
     EXPECT_EQ(runCli({"memory", gsx, "2052"}).exitCode, 1);
     EXPECT_EQ(ok({"memory", file, "3600"}), "Memory: 3600 MB\n");
+}
+
+TEST(CliDevice, ADiskWithoutAnyFreeNodeIsNotAdded) {
+    ScratchDir dir;
+    std::string file = newMachine(dir);
+    for (const char* n : {"a", "b", "c"}) ok({"device", "add", file, "Hard Disk", "--file", (dir / n).string()});
+    const std::string before = readBytes(file);
+    auto r = runCli({"device", "add", file, "Hard Disk", "--file", (dir / "d").string()});
+    EXPECT_EQ(r.exitCode, 1);
+    EXPECT_EQ(r.err,
+              "No Available Nodes: No available IDE nodes!\nNo Available Nodes: No available SCSI nodes either!\n"
+              "No Available Nodes: Hard Disk 4 was not added: it needs a free IDE or SCSI node (each SCSI Controller adds seven)\n");
+    EXPECT_EQ(readBytes(file), before);
+}
+
+TEST(CliDevice, AFileNamedFromTheCurrentFolderIsWrittenWithItsFolder) {
+    ScratchDir dir;
+    std::string file = newMachine(dir);
+    ok({"device", "add", file, "Floppy Drive", "--file", "boot.img"});
+    const std::string full = (std::filesystem::current_path() / "boot.img").string();
+    EXPECT_TRUE(contains(readBytes(file), "floppy1.fileType = \"file\"\r\nfloppy1.fileName = \"" + full + "\"\r\n"));
 }

@@ -1,5 +1,6 @@
 // The device pages: every control of every page reaches the file and comes back, filling a
 // page never counts as a change, and what the pages refuse.
+#include <QAbstractButton>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -300,6 +301,75 @@ TEST(DevicePages, HardDiskModeCreateNewAndDiskInformation) {
     ASSERT_FALSE(script.messages().empty());
     EXPECT_EQ(script.messages().back().title, "Current Disk Information");
     EXPECT_TRUE(script.messages().back().text.contains("Disk Name: Made Here.vmdk")) << script.messages().back().text.toStdString();
+}
+
+QString caption(QWidget* w) {
+    if (auto* b = qobject_cast<QAbstractButton*>(w)) return b->text();
+    if (auto* l = qobject_cast<QLabel*>(w)) return l->text();
+    if (auto* g = qobject_cast<QGroupBox*>(w)) return g->title();
+    return QStringLiteral("<no caption>");
+}
+
+// The captions of the device pages come from the string table in the chosen language.
+TEST(DevicePages, CaptionsFollowTheLanguage) {
+    ScratchDir dir;
+    auto b = newMachine("Labels", dir.path());
+    struct Case {
+        const char* control;
+        QString english;
+        QString empty;  // what remains with a language that lacks the text
+    };
+    const Case cases[] = {
+        {"cmdHardwareAdd", "Add...", "..."},
+        {"chkCPUPae", "Emulate PAE (if unchecked, passes through actual CPU support)", ""},
+        {"lblCPUCount", "Number of Processors:", ":"},
+        {"fraMemory", "RAM", ""},
+        {"lblMemUnit", "MB", ""},
+        {"fraDeviceStatus", "Device Status", ""},
+        {"chkFloppyEnabled", "Enabled", ""},
+        {"chkFloppyConnectedBoot", "Connect at power on", ""},
+        {"fraFloppyConnection", "Connection", ""},
+        {"optFloppyDrive", "Use Physical Drive", ""},
+        {"optFloppyImage", "Use Floppy Image", ""},
+        {"cmdBrowseFloppyImage", "Browse...", "..."},
+        {"optParPort", "Use Physical Port", ""},
+        {"chkParPortBiDi", "Bidirectional Mode", ""},
+        {"optParFile", "Use Output File", ""},
+        {"optSerPipe", "Use Named Pipe", ""},
+        {"lblSerPipeEnd1", "This End:", ":"},
+        {"lblSerPipeEnd2", "Other End:", ":"},
+        {"chkSerYield", "Yield CPU on Poll", ""},
+        {"chkUsbEnable", "Enable USB", ""},
+        {"chkUsbAutoConnect", "Automatically Connect Devices when guest has focus", ""},
+        {"lblSCSICont", "Adapter Type:", ":"},
+        {"fraNode", "Virtual Device Node", ""},
+        {"optHDIDE", "IDE", ""},
+        {"optHDSCSI", "SCSI", ""},
+        {"fraHDFile", "Disk File", ""},
+        {"lblHDExisting", "Use Existing:", ":"},
+        {"cmdHDCreate", "Create New...", "..."},
+        {"chkHDIndependent", "Independent", ""},
+        {"optHDPersist", "Persistent", ""},
+        {"optHDNonPersist", "Non-Persistent", ""},
+        {"chkCDRExclusive", "Exclusive connection", ""},
+        {"chkCDRLegacy", "Legacy emulation", ""},
+        {"optCDRImage", "Use ISO Image", ""},
+        {"lblGenSCSIDevice", "Physical Device:", ":"},
+        {"fraDisplay", "Resolution", ""},
+        {"lblMaxWidth", "Max. Width:", ":"},
+        {"lblMaxHeight", "Max. Height:", ":"},
+        {"lblVRamSize", "Video RAM Size (MB):", ":"},
+        {"chkDisplay3D", "Enable Direct3D Support", ""},
+        {"fraMouse", "Pointing Device", ""},
+        {"chkMouseEnabled", "Enabled (turn off for relative positioning in 3D Guests)", ""},
+    };
+    for (const Case& c : cases) EXPECT_EQ(caption(child<QWidget>(b.get(), c.control)), c.english) << c.control;
+    EXPECT_EQ(child<QComboBox>(b.get(), "cboSerPipeEnd2")->itemText(0), "Application");
+    b->UpdateUILabels(500);
+    for (const Case& c : cases) EXPECT_EQ(caption(child<QWidget>(b.get(), c.control)), c.empty) << c.control;
+    EXPECT_EQ(child<QComboBox>(b.get(), "cboSerPipeEnd1")->itemText(1), "");
+    b->UpdateUILabels(0);
+    EXPECT_EQ(child<QComboBox>(b.get(), "cboSerPipeEnd1")->itemText(1), "Client");
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <sys/wait.h>
 
 #include "TestSupport.h"
+#include "ToolRun.h"
 #include "core/disks/DiskCreator.h"
 #include "core/disks/DescriptorText.h"
 #include "core/disks/DiskInformation.h"
@@ -14,31 +15,12 @@
 
 using namespace arden::disks;
 using arden::test::ScratchDir;
+using arden::test::quote;
+using arden::test::tool;
+using arden::test::ToolRun;
 namespace fs = std::filesystem;
 
 namespace {
-
-struct ToolRun {
-    int exitCode = -1;
-    std::string output;  // standard output and error together
-};
-
-std::string quote(const std::string& s) {
-    std::string q = "'";
-    for (char c : s) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return q + "'";
-}
-
-ToolRun tool(const std::string& command) {
-    ToolRun run;
-    FILE* pipe = ::popen((command + " 2>&1").c_str(), "r");
-    if (!pipe) return run;
-    char buffer[4096];
-    for (std::size_t n; (n = std::fread(buffer, 1, sizeof buffer, pipe)) > 0;) run.output.append(buffer, n);
-    int status = ::pclose(pipe);
-    run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-    return run;
-}
 
 bool haveTools() {
     return tool("command -v qemu-img && command -v qemu-io && command -v vmdkinfo").exitCode == 0;

@@ -199,10 +199,8 @@ NodeChoice chooseNode(DeviceStore& store, DeviceType type, std::string_view iden
         result.changed = true;
         return result;
     }
-    if (holderText.starts_with(kControllerHolderPrefix)) {
-        result.message = invalidSelection({TextPart::fromId(192)});
-        return result;
-    }
+    // The holder moves out of the way when it is a disk-like device; the controller's own node
+    // ("Controller") cannot be freed and is refused.
     Device* holder = nullptr;
     for (const HolderKind& kind : kHolderKinds) {
         if (!holderText.starts_with(kind.prefix) || !busAllowed(kind.type, parsed->bus)) continue;

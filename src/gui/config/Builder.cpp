@@ -5,7 +5,9 @@
 #include <filesystem>
 #include <random>
 
+#include "core/config/NetworkAdapterTypes.h"
 #include "core/config/SaveFlow.h"
+#include "core/hardware/NetworkAdapter.h"
 #include "core/config/VmxLoader.h"
 #include "core/hardware/DeviceKeys.h"
 #include "gui/hardware/DevicePages.h"
@@ -81,10 +83,12 @@ bool Builder::nameValid() const {
 }
 
 bool Builder::CreateVmxFile() {
-    // Writing over a machine that a VMware product has open, or over a read-only file, is the
-    // user's call; both questions come before anything is written.
+    // Writing over a machine that a VMware product has open, over a read-only file, or with two
+    // network adapters that carry one static address is the user's call; every question comes
+    // before anything is written.
     if (!checkSave(config_)) {
-        for (auto question : {inUseQuestion(config_), readOnlyQuestion(config_)}) {
+        for (const auto& question :
+             {inUseQuestion(config_), readOnlyQuestion(config_), duplicateStaticMacQuestion(config_.devices)}) {
             if (question && showMessage(this, *question, LanguageOffset) != Answer::Yes) return false;
         }
     }
@@ -120,6 +124,13 @@ void Builder::pageEdited() {
     // Every edit may change what a summary says: all six are rewritten, and the selected
     // device is shown again because its figures follow the product.
     options_->refreshSummaries();
+    // A newly chosen version may lack an adapter type the machine uses.
+    if (config_.product.version >= 0) {
+        if (auto notice = fitNicTypesToProduct(config_.devices, config_.product.platform, config_.product.version)) {
+            showMessage(this, *notice, LanguageOffset);
+            hardware_->fill();
+        }
+    }
     hardware_->showSelected();
     setChangesPending(true);
 }

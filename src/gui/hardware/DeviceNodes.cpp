@@ -17,7 +17,6 @@ QGroupBox* DevicePage::nodeFrame(const char* ideOption, const char* ideList, con
         if (!listName) return;
         QRadioButton* opt = optionName ? option(f, optionName, captionId) : nullptr;
         auto* list = named<QComboBox>(listName, f);
-        list->setSizeAdjustPolicy(QComboBox::AdjustToContents);
         const int row = static_cast<int>(nodeBuses_.size());
         if (opt) grid->addWidget(opt, row, 0);
         grid->addWidget(list, row, 1);
@@ -37,8 +36,10 @@ void DevicePage::showNodes(const Device& d) {
     const std::string placed = placedNodeLabel(d);
     const auto onBus = busFromName(d.node.ControllerType());
     for (const NodeBus& b : nodeBuses_) {
+        QStringList labels;
+        for (const std::string& label : nodeList(config_.devices, b.bus)) labels << qs(label);
         b.list->clear();
-        for (const std::string& label : nodeList(config_.devices, b.bus)) b.list->addItem(qs(label));
+        b.list->addItems(labels);
         // A device on the other bus (or on none) shows this bus's list without a choice.
         const bool mine = onBus == b.bus && !placed.empty();
         if (b.option) {

@@ -84,7 +84,7 @@ frmAddSharedFolder::frmAddSharedFolder(const SharedFolder& share, std::vector<st
     layout->addWidget(buttons);
     setWindowTitle(uiText(kTitleId, languageOffset));
     captions.apply(languageOffset);
-    setMinimumWidth(fontMetrics().averageCharWidth() * 60);
+    txtHostFolder_->setMinimumWidth(fontMetrics().horizontalAdvance(QLatin1Char('x')) * 48);
 }
 
 void frmAddSharedFolder::takeText(QLineEdit* box, std::string& field) {

@@ -122,7 +122,9 @@ TEST(DeviceStore, DevicesKeepTheirIdentityWhileOthersComeAndGo) {
     copied->settings.set(".fileName", "other.vmdk");
     EXPECT_EQ(first.settings.text(".fileName"), "first.vmdk");
     EXPECT_NE(copy, s);
-    EXPECT_EQ(copy.createDevice(DeviceType::HardDisk).number, 1003) << "the copy numbers on from the original";
+    Device& next = copy.createDevice(DeviceType::HardDisk);
+    EXPECT_EQ(next.number, 1003) << "the copy numbers on from the original";
+    EXPECT_EQ(next.identifier, "hd1005") << "identifiers are not handed out twice, not even by a copy";
 }
 
 TEST(DeviceStore, LoadedIdentifiersAreKeptAndNeverHandedOutAgain) {

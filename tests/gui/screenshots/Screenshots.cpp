@@ -32,6 +32,7 @@
 #include "gui/shell/frmOptions.h"
 #include "gui/support/Icons.h"
 #include "gui/support/Prompts.h"
+#include "SharingScreens.h"
 
 namespace {
 
@@ -78,12 +79,7 @@ constexpr const char* kDevicePages[] = {"cpu",     "memory",     "floppy",      
 
 // Every device page of an editor on the machine above, then frmAddHardware for it.
 void saveDevicePages(arden::gui::frmMain& window, const QString& folder) {
-    const QString file = folder + "/Every Device.vmx";
-    QFile out(file);
-    if (!out.open(QIODevice::WriteOnly)) return;
-    out.write(kEveryDevice);
-    out.close();
-    arden::gui::Builder* editor = window.OpenEditorTab(true, file, {}, 8, {});
+    arden::gui::Builder* editor = openWrittenMachine(window, folder + "/Every Device.vmx", kEveryDevice);
     if (!editor) return;
     auto* tabs = editor->findChild<QTabWidget*>("sstMain");
     auto* hw = editor->findChild<QTreeWidget*>("lvwHardwareList");
@@ -203,6 +199,7 @@ int main(int argc, char** argv) {
     }
 
     saveDevicePages(window, scratch.path() + "/WinXP");
+    saveSharingScreens(window, scratch.path() + "/WinXP", save);
 
     arden::gui::frmOptions dialog({"/home/user/.config/Arden Forge", true, {}, "/home/user/iso", 0, "/tmp/"}, &window);
     dialog.show();

@@ -1,0 +1,146 @@
+#include "HardwareBench.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTimer>
+#include <QTreeWidget>
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "gui/config/Builder.h"
+#include "gui/hardware/HardwareListPanel.h"
+#include "gui/hardware/frmAddHardware.h"
+#include "gui/support/Prompts.h"
+
+namespace arden::bench {
+namespace {
+
+constexpr int kRuns = 7;
+
+double median(std::vector<double> v) {
+    std::sort(v.begin(), v.end());
+    return v.empty() ? 0 : v[v.size() / 2];
+}
+
+double msSince(const QElapsedTimer& t) { return t.nsecsElapsed() / 1e6; }
+
+// 60 devices: 2 processors, memory, 2 floppy drives, 3 parallel and 4 serial ports, sound,
+// 3 network adapters, USB, 2 IDE and 4 SCSI controllers, 30 hard disks, a DVD/CD-ROM drive,
+// 4 generic SCSI devices, display and mouse. Every IDE and SCSI node is taken.
+std::string sixtyDevices() {
+    std::string t = "config.version = \"8\"\r\nvirtualHW.version = \"4\"\r\nnumvcpus = \"2\"\r\nmemsize = \"512\"\r\n";
+    auto key = [&](const std::string& k, const std::string& v) { t += k + " = \"" + v + "\"\r\n"; };
+    for (int i = 0; i < 2; ++i) key("floppy" + std::to_string(i) + ".present", "TRUE");
+    for (int i = 0; i < 3; ++i) key("parallel" + std::to_string(i) + ".present", "TRUE");
+    for (int i = 0; i < 4; ++i) key("serial" + std::to_string(i) + ".present", "TRUE");
+    for (int i = 0; i < 3; ++i) key("ethernet" + std::to_string(i) + ".present", "TRUE");
+    key("sound.present", "TRUE");
+    key("usb.present", "TRUE");
+    for (int c = 0; c < 2; ++c) {
+        key("ide" + std::to_string(c) + ".present", "TRUE");
+        for (int n = 0; n < 2; ++n) {
+            const std::string p = "ide" + std::to_string(c) + ":" + std::to_string(n);
+            key(p + ".present", "TRUE");
+            key(p + ".fileName", c == 1 && n == 0 ? "auto detect" : p + ".vmdk");
+            if (c == 1 && n == 0) key(p + ".deviceType", "cdrom-raw");
+        }
+    }
+    for (int c = 0; c < 4; ++c) {
+        key("scsi" + std::to_string(c) + ".present", "TRUE");
+        key("scsi" + std::to_string(c) + ".virtualDev", "lsilogic");
+        // Controller 0 is a wide one: three more disks on nodes 8 to 10.
+        for (int n = 0; n < (c == 0 ? 11 : 7); ++n) {
+            if (n == 7) continue;  // the controller's own node
+            const std::string p = "scsi" + std::to_string(c) + ":" + std::to_string(n);
+            key(p + ".present", "TRUE");
+            key(p + ".fileName", n == 6 ? "/dev/sg" + std::to_string(c) : p + ".vmdk");
+            if (n == 6) key(p + ".deviceType", "scsi-passthru");
+        }
+    }
+    key("svga.maxWidth", "1600");
+    key("vmmouse.present", "TRUE");
+    return t;
+}
+
+std::unique_ptr<gui::Builder> openShown(const QString& file) {
+    auto editor = std::make_unique<gui::Builder>();
+    editor->EditExistingFile = true;
+    editor->ExistingVmxFileName = file;
+    editor->CreateBackups = false;
+    if (!editor->start()) return nullptr;
+    if (auto* tabs = editor->findChild<QTabWidget*>("sstMain")) tabs->setCurrentIndex(1);  // Hardware
+    editor->resize(1280, 800);
+    editor->show();
+    QApplication::processEvents();
+    return editor;
+}
+
+}  // namespace
+
+bool benchHardware(const QString& scratchFolder) {
+    const QString file = scratchFolder + "/sixty.vmx";
+    {
+        std::ofstream out(file.toStdString(), std::ios::binary);
+        out << sixtyDevices();
+    }
+    gui::PromptScript quiet;  // the "No available ... nodes" notices are answered at once
+    auto editor = openShown(file);
+    if (!editor) return false;
+    auto* list = editor->findChild<QTreeWidget*>("lvwHardwareList");
+    const int devices = list->topLevelItemCount();
+
+    std::vector<double> fillMs, chooseMs;
+    for (int i = 0; i < kRuns; ++i) {
+        QElapsedTimer t;
+        t.start();
+        editor->hardware()->fill();
+        fillMs.push_back(msSince(t));
+    }
+    // Every entry in turn, each followed by the events that lay out and paint its page.
+    for (int round = 0; round < 3; ++round) {
+        for (int i = 0; i < devices; ++i) {
+            QElapsedTimer t;
+            t.start();
+            list->setCurrentItem(list->topLevelItem(i));
+            QApplication::processEvents();
+            chooseMs.push_back(msSince(t));
+        }
+    }
+
+    // Add: from the click to the dialog's first event, and from OK to the new device's page
+    // shown (a DVD/CD-ROM drive: every node is taken, so both placement notices run too).
+    std::vector<double> openMs, addMs;
+    for (int i = 0; i < kRuns; ++i) {
+        auto fresh = openShown(file);
+        if (!fresh) return false;
+        QElapsedTimer t;
+        QTimer::singleShot(0, [&] {
+            openMs.push_back(msSince(t));
+            auto* dialog = qobject_cast<gui::frmAddHardware*>(QApplication::activeModalWidget());
+            if (!dialog) return;
+            auto* rows = dialog->findChild<QTreeWidget*>("lvwAvailableHardware");
+            rows->setCurrentItem(rows->findItems("DVD/CD-ROM Drive", Qt::MatchExactly, 0).value(0));
+            t.restart();
+            dialog->findChild<QPushButton*>("cmdOK")->click();
+        });
+        t.start();
+        fresh->findChild<QPushButton*>("cmdHardwareAdd")->click();
+        QApplication::processEvents();
+        addMs.push_back(msSince(t));
+    }
+
+    std::printf("hardware side of an editor on a machine with %d devices (median; one frame is 16 ms)\n", devices);
+    std::printf("  fill the hardware list                  %7.2f ms\n", median(fillMs));
+    std::printf("  choose an entry and show its page       %7.2f ms (slowest %.2f ms)\n", median(chooseMs),
+                *std::max_element(chooseMs.begin(), chooseMs.end()));
+    std::printf("  open the Add dialog                     %7.2f ms\n", median(openMs));
+    std::printf("  add a device and show its page          %7.2f ms\n", median(addMs));
+    return true;
+}
+
+}  // namespace arden::bench

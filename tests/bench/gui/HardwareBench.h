@@ -1,0 +1,11 @@
+#pragma once
+// Hardware-side figures of an editor on a machine with 60 devices: filling the hardware list,
+// choosing an entry and showing its filled page, opening the Add dialog and adding a device.
+#include <QString>
+
+namespace arden::bench {
+
+// Prints the figures; false when the machine could not be opened.
+bool benchHardware(const QString& scratchFolder);
+
+}  // namespace arden::bench
