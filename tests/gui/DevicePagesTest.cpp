@@ -291,8 +291,8 @@ TEST(DevicePages, HardDiskModeCreateNewAndDiskInformation) {
     EXPECT_EQ(create->text(), "Create New...");
     create->click();
     EXPECT_EQ(adapterShown, "optAdaptIde") << "a disk on an IDE node starts with the IDE adapter";
-    const fs::path made = dir.path() / "Made Here.vmdk";
-    EXPECT_TRUE(fs::exists(made));
+    const std::filesystem::path made = dir.path() / "Made Here.vmdk";
+    EXPECT_TRUE(std::filesystem::exists(made));
     EXPECT_EQ(b->configuration().devices.devices(DeviceType::HardDisk).front().settings.text(".fileName"), made.string());
     EXPECT_EQ(child<QLineEdit>(b.get(), "txtHDFile")->text().toStdString(), made.string());
     EXPECT_TRUE(b->ChangesPending());

@@ -102,6 +102,8 @@ void saveDevicePages(arden::gui::frmMain& window, const QString& folder) {
         list->setCurrentItem(disks.isEmpty() ? list->topLevelItem(0) : disks.front());
     }
     save(&dialog, "add-hardware");
+}
+
 // The create-disk dialog as the hard-disk page opens it, its progress dialog part-way through
 // a preallocation (then cancelled), and the summary box of the disk it made.
 void saveDiskWindows(QWidget* window, const QString& folder) {
