@@ -50,7 +50,7 @@ TEST_F(MainWindow, TheSummaryAfterASaveWaitsCentredOverTheWindow) {
     writeVmx("vm/vm.vmx");
     open();
     window->settings().CreateBackups = false;
-    window->setGeometry(100, 80, 600, 400);  // the summary fits on the screen when centred
+    window->setGeometry(40, 40, 720, 700);  // the summary fits on the screen when centred
     window->OpenEditorTab(true, at("vm/vm.vmx"), {}, 8, {});
     script.letWindowsBlock(true);
 
