@@ -65,7 +65,16 @@ bool sameValue(std::string_view a, std::string_view b) {
 }  // namespace
 
 void Loader::notice(const Line& line, std::string text) {
+    if (notices_.size() >= kMaxLoadNotices) {
+        if (omittedNotices_++ == 0) firstOmittedLine_ = static_cast<int>(line.index + 1);
+        return;
+    }
     notices_.push_back({static_cast<int>(line.index + 1), std::move(text)});
+}
+
+void Loader::countOmittedNotices() {
+    if (omittedNotices_ == 0) return;
+    notices_.push_back({firstOmittedLine_, std::to_string(omittedNotices_) + " more notices from this line on are not listed"});
 }
 
 void Loader::unusable(const Line& line, const std::string& key, std::string_view value, std::string_view allowed) {

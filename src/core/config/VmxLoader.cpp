@@ -77,6 +77,7 @@ LoadResult parseVmxText(std::string_view bytes, const std::string& folder, const
     }
     for (const load::Line& line : comments) loader.commentLine(line);
     loader.finish();
+    loader.countOmittedNotices();
     result.ok = true;
     return result;
 }

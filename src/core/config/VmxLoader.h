@@ -29,6 +29,10 @@ struct LoadResult {
 inline constexpr std::size_t kMaxVmxFileBytes = 16u * 1024u * 1024u;
 inline constexpr std::size_t kMaxVmxLineBytes = 1024u * 1024u;
 
+// Notices listed for one file; the rest are counted in one closing notice, so a file of junk
+// lines costs neither minutes nor memory to read and to show.
+inline constexpr std::size_t kMaxLoadNotices = 100;
+
 // Reads and parses a file. The folder and file name of `path` fill the identity settings.
 LoadResult loadVmxFile(const std::filesystem::path& path);
 

@@ -54,6 +54,8 @@ public:
     void dataLine(const Line& line);
     void commentLine(const Line& line);
     void finish();
+    // Adds the notice that counts the notices left out beyond the first hundred.
+    void countOmittedNotices();
 
 private:
     // LoadDispatch.cpp
@@ -90,6 +92,8 @@ private:
     void takeFormatNumber(const std::string& key, std::string_view value);
 
     VmConfiguration& c_;
+    std::size_t omittedNotices_ = 0;
+    int firstOmittedLine_ = 0;
     std::vector<LoadNotice>& notices_;
     std::vector<std::pair<std::size_t, std::string>> kept_;
     std::vector<std::pair<Line, std::string>> clusterLines_;  // set aside until clustering is known

@@ -197,6 +197,19 @@ TEST(VmxLoader, NoticesForOddLinesAndRefusalsForNonText) {
     EXPECT_EQ(korean.config.keptLines[0], "unknown.key = \"\xE5\xA4?\"");
 }
 
+// A file of junk lines lists its first hundred notices and counts the rest in one more.
+TEST(VmxLoader, NoticesStopAtAHundredAndCountTheRest) {
+    std::string junk = "memsize = \"64\"\n";
+    for (int i = 0; i < 150; ++i) junk += "no equals sign here\n";
+    auto r = parse(junk);
+    ASSERT_TRUE(r.ok);
+    ASSERT_EQ(r.notices.size(), 101u);
+    EXPECT_EQ(r.notices[99].line, 101);
+    EXPECT_EQ(r.notices[100].line, 102);
+    EXPECT_EQ(r.notices[100].text, "50 more notices from this line on are not listed");
+    EXPECT_EQ(r.config.keptLines.size(), 150u) << "every line is still kept";
+}
+
 TEST(VmxLoader, FileErrorsNameTheFile) {
     test::ScratchDir dir;
     auto missing = loadVmxFile(dir / "missing.vmx");
