@@ -9,7 +9,8 @@
 // the store (the store indexes them); everything else may be edited through the reference.
 #include <array>
 #include <memory>
-#include <ranges>
+#include <cstddef>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -40,14 +41,45 @@ bool parseHardwareListKey(std::string_view key, DeviceType& type, std::string& i
 
 class DeviceStore {
     using Slots = std::vector<std::unique_ptr<Device>>;
-    struct Deref {
-        const Device& operator()(const std::unique_ptr<Device>& p) const { return *p; }
-    };
 
 public:
     // A read-only, random-access view of the devices of one type in collection order:
     // range-for, size(), empty(), operator[], front() and back() work as on a vector.
-    using DeviceView = std::ranges::transform_view<std::ranges::ref_view<const Slots>, Deref>;
+    class DeviceView {
+    public:
+        class iterator {
+        public:
+            using iterator_category = std::random_access_iterator_tag;
+            using value_type = Device;
+            using difference_type = std::ptrdiff_t;
+            using pointer = const Device*;
+            using reference = const Device&;
+            iterator() = default;
+            explicit iterator(Slots::const_iterator at) : at_(at) {}
+            reference operator*() const { return **at_; }
+            pointer operator->() const { return at_->get(); }
+            iterator& operator++() { ++at_; return *this; }
+            iterator operator++(int) { iterator before = *this; ++at_; return before; }
+            iterator& operator--() { --at_; return *this; }
+            iterator& operator+=(difference_type n) { at_ += n; return *this; }
+            iterator operator+(difference_type n) const { return iterator(at_ + n); }
+            difference_type operator-(const iterator& other) const { return at_ - other.at_; }
+            reference operator[](difference_type n) const { return *at_[n]; }
+            bool operator==(const iterator&) const = default;
+        private:
+            Slots::const_iterator at_;
+        };
+        explicit DeviceView(const Slots& items) : slots_(&items) {}
+        iterator begin() const { return iterator(slots_->begin()); }
+        iterator end() const { return iterator(slots_->end()); }
+        std::size_t size() const { return slots_->size(); }
+        bool empty() const { return slots_->empty(); }
+        const Device& operator[](std::size_t i) const { return *(*slots_)[i]; }
+        const Device& front() const { return *slots_->front(); }
+        const Device& back() const { return *slots_->back(); }
+    private:
+        const Slots* slots_;
+    };
 
     DeviceStore() = default;
     DeviceStore(const DeviceStore& other);  // copies every device
@@ -57,7 +89,7 @@ public:
 
     int count(DeviceType type) const { return static_cast<int>(collection(type).size()); }
     std::array<int, kDeviceTypeCount> counts() const;
-    DeviceView devices(DeviceType type) const { return DeviceView(std::ranges::ref_view(collection(type)), Deref{}); }
+    DeviceView devices(DeviceType type) const { return DeviceView(collection(type)); }
 
     // Item by 1-based position within its type; nullptr when out of range.
     const Device* item(DeviceType type, int position) const;
