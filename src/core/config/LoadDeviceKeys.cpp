@@ -206,9 +206,9 @@ void Loader::buildDevices() {
             d.number = owner.kind == Owner::Numbered ? owner.number : 0;
         }
         d.settings = std::move(settings);
-        const Device& added = store.addDevice(std::move(d));
-        built_[owner] = {added.type, added.identifier};
+        built_[owner] = &store.addDevice(std::move(d));
     }
+    devices_.clear();
     for (auto& [n, share] : shares_) c_.sharedFolders.folders.push_back(share);
 }
 
@@ -219,7 +219,7 @@ void Loader::attachOwnedLines() {
             if (auto it = shares_.find(owner.number); it != shares_.end())
                 target = &c_.sharedFolders.folders[static_cast<std::size_t>(std::distance(shares_.begin(), it))].keptLines;
         } else if (auto it = built_.find(owner); it != built_.end()) {
-            if (Device* d = c_.devices.find(it->second.first, it->second.second)) target = &d->keptLines;
+            target = &it->second->keptLines;
         }
         // Lines of a device the file never describes stay where they were, among the kept lines.
         for (OwnedLine& o : lines) {

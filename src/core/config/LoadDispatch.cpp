@@ -32,6 +32,9 @@ const PrefixRule kPrefixRules[] = {
     {"mks", Family::Device},          {"vmmouse", Family::Device},
 };
 
+// Managed keys that a file without them does not gain when it is saved again.
+constexpr std::string_view kManagedKeys[] = {"displayname", "guestos", "numvcpus", "memsize"};
+
 Family familyOf(std::string_view prefix) {
     for (const PrefixRule& r : kPrefixRules) {
         if (r.test.back() == '*') {
@@ -64,12 +67,12 @@ bool sameValue(std::string_view a, std::string_view b) {
 
 }  // namespace
 
-void Loader::notice(const Line& line, std::string text) {
+void Loader::notice(const Line& line, std::string_view text) {
     if (notices_.size() >= kMaxLoadNotices) {
         if (omittedNotices_++ == 0) firstOmittedLine_ = static_cast<int>(line.index + 1);
         return;
     }
-    notices_.push_back({static_cast<int>(line.index + 1), std::move(text)});
+    notices_.push_back({static_cast<int>(line.index + 1), std::string(text)});
 }
 
 void Loader::countOmittedNotices() {
@@ -115,7 +118,7 @@ void Loader::dataLine(const Line& line) {
 }
 
 void Loader::dispatch(const Line& line, const std::string& key, std::string_view value) {
-    seen_.insert(key);
+    if (std::find(std::begin(kManagedKeys), std::end(kManagedKeys), key) != std::end(kManagedKeys)) seenManaged_.insert(key);
     std::string_view prefix = std::string_view(key).substr(0, key.find('.'));
     std::optional<Owner> owner;
     std::string allowed;
@@ -175,7 +178,7 @@ void Loader::commentLine(const Line& line) {
 void Loader::keepLinesTheWriterDrops() {
     // A line the loader read whose key the writer would not write (a "paevm" of FALSE, the
     // ".vnet" of an adapter that is not on a custom network) stays in the file as it was.
-    std::map<std::string, std::string> written = editorValues(c_);
+    std::unordered_map<std::string, std::string> written = editorValues(c_);
     for (auto& [key, read] : consumed_) {
         auto& [line, owner] = read;
         if (isReplacedKey(key)) continue;
@@ -198,8 +201,8 @@ void Loader::keepLinesTheWriterDrops() {
     }
     // Managed keys kept as written, and the keys a file without them does not gain, are held
     // back by the writer while the editor's value stays the one it has now.
-    for (std::string_view key : {"displayname", "guestos", "numvcpus", "memsize"}) {
-        if (!seen_.count(std::string(key))) held_.insert(std::string(key));
+    for (std::string_view key : kManagedKeys) {
+        if (!seenManaged_.count(std::string(key))) held_.insert(std::string(key));
     }
     for (const std::string& key : held_) {
         if (auto it = written.find(key); it != written.end()) c_.heldKeys[key] = it->second;
@@ -220,10 +223,6 @@ void Loader::finish() {
     buildDevices();
     keepLinesTheWriterDrops();
     attachOwnedLines();
-
-    std::stable_sort(kept_.begin(), kept_.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
-    c_.keptLines.reserve(kept_.size());
-    for (auto& [index, text] : kept_) c_.keptLines.push_back(std::move(text));
 }
 
 }  // namespace arden::load

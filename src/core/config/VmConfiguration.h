@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/config/ProductTables.h"
+#include "core/config/KeptLines.h"
 #include "core/hardware/DeviceStore.h"
 
 namespace arden {
@@ -105,7 +106,7 @@ public:
     IsolationOptions isolation;
     AdvancedOptions advanced;
     DeviceStore devices;
-    std::vector<std::string> keptLines;  // lines of the opened file the editor does not manage
+    KeptLines keptLines;  // lines of the opened file the editor does not manage
     // Keys the editor manages whose line of the opened file it could not use (or that the file
     // did not hold, for "displayName" and "guestOS"), lower case, with the value the editor would
     // have written right after opening. While the editor's value is still that one, its key is

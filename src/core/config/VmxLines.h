@@ -15,10 +15,14 @@ namespace arden::vmx {
 class VmxLines {
 public:
     // `held`: lower-case key -> the editor's value at opening (VmConfiguration::heldKeys), or null.
-    explicit VmxLines(const std::map<std::string, std::string>* held = nullptr) : held_(held) {}
+    // `keepText` false gathers only the keys and values (editorValues()), not the lines.
+    explicit VmxLines(const std::map<std::string, std::string>* held = nullptr, bool keepText = true)
+        : held_(held), keepText_(keepText) {}
 
-    void raw(std::string_view line) { lines_.emplace_back(line); }
-    void blank() { lines_.emplace_back(); }
+    void raw(std::string_view line) {
+        if (keepText_) lines_.emplace_back(line);
+    }
+    void blank() { raw({}); }
     void banner(std::string_view line) {
         blank();
         raw(line);
@@ -42,7 +46,8 @@ public:
     bool hasKey(std::string_view key) const;
 
     // Every value the editor gave, held back or not, by lower-case key.
-    const std::map<std::string, std::string>& editorValues() const { return editorValues_; }
+    const std::unordered_map<std::string, std::string>& editorValues() const& { return editorValues_; }
+    std::unordered_map<std::string, std::string> editorValues() && { return std::move(editorValues_); }
 
     // Number of lines so far, and removing lines back to such a mark (only lines without keys).
     std::size_t mark() const { return lines_.size(); }
@@ -54,10 +59,11 @@ private:
     bool takeKey(std::string_view key);
 
     const std::map<std::string, std::string>* held_;
+    bool keepText_;
     std::vector<std::string> lines_;
     std::unordered_set<std::string> written_;
     std::unordered_set<std::string> claimed_;
-    std::map<std::string, std::string> editorValues_;
+    std::unordered_map<std::string, std::string> editorValues_;
     std::vector<std::pair<std::string, std::string>> deferred_;
 };
 

@@ -19,6 +19,25 @@ std::string tooLong(std::size_t size) {
            std::to_string(kMaxVmxFileBytes) + " bytes";
 }
 
+// Calls `read(index, text, endsWithLoneCr)` for each line of `bytes`. A line ends at LF,
+// CR LF, or a CR alone (the old Macintosh form); `text` is without its line end.
+template <typename Read>
+void forEachLine(std::string_view bytes, Read&& read) {
+    std::size_t index = 0;
+    for (std::size_t pos = 0; pos < bytes.size(); ++index) {
+        std::size_t eol = bytes.find_first_of("\r\n", pos);
+        if (eol == std::string_view::npos) eol = bytes.size();
+        std::size_t next = eol + 1;
+        bool loneCr = false;
+        if (eol < bytes.size() && bytes[eol] == '\r') {
+            if (eol + 1 < bytes.size() && bytes[eol + 1] == '\n') ++next;
+            else loneCr = true;
+        }
+        read(index, bytes.substr(pos, eol - pos), loneCr);
+        pos = next;
+    }
+}
+
 }  // namespace
 
 LoadResult parseVmxText(std::string_view bytes, const std::string& folder, const std::string& fileName,
@@ -35,48 +54,50 @@ LoadResult parseVmxText(std::string_view bytes, const std::string& folder, const
         return result;
     }
 
+    // Every line of the file is one of: blank, a comment ("#" first), or a data line. The
+    // comments are read after all data lines (a "# Version" comment is only a hint when the
+    // format numbers say nothing), and the kept lines are gathered last, in file order. Each
+    // step walks the bytes again rather than holding a list of millions of lines.
+    std::optional<std::pair<std::size_t, std::size_t>> longLine;  // first line too long, and its length
+    std::optional<std::size_t> loneCr;                              // first line that ended with a CR alone
+    forEachLine(bytes, [&](std::size_t index, std::string_view text, bool endsWithLoneCr) {
+        if (text.size() > kMaxVmxLineBytes && !longLine) longLine.emplace(index, text.size());
+        if (endsWithLoneCr && !loneCr) loneCr = index;
+    });
+    if (longLine) {
+        result.error = loadError(sourceName, "line " + std::to_string(longLine->first + 1) + " is " +
+                                                 std::to_string(longLine->second) +
+                                                 " bytes long; configuration lines are at most " +
+                                                 std::to_string(kMaxVmxLineBytes) + " bytes");
+        return result;
+    }
+
     VmConfiguration& c = result.config;
     c.identity.vmxFolder = folder;
     c.identity.vmxFileName = fileName;
     c.identity.displayName.clear();
     load::Loader loader(c, result.notices);
-
-    std::vector<load::Line> comments;
-    std::size_t index = 0;
-    std::size_t pos = 0;
-    std::optional<std::size_t> loneCr;  // first line that ended with a CR alone
-    while (pos < bytes.size()) {
-        // A line ends at LF, CR LF, or a CR alone (the old Macintosh form).
-        std::size_t eol = bytes.find_first_of("\r\n", pos);
-        if (eol == std::string_view::npos) eol = bytes.size();
-        std::string_view text = bytes.substr(pos, eol - pos);
-        std::size_t next = eol + 1;
-        if (eol < bytes.size() && bytes[eol] == '\r') {
-            if (eol + 1 < bytes.size() && bytes[eol + 1] == '\n') ++next;
-            else if (!loneCr) loneCr = index;
-        }
-        if (text.size() > kMaxVmxLineBytes) {
-            result.error = loadError(sourceName, "line " + std::to_string(index + 1) + " is " + std::to_string(text.size()) +
-                                                     " bytes long; configuration lines are at most " +
-                                                     std::to_string(kMaxVmxLineBytes) + " bytes");
-            return result;
-        }
-        std::string_view trimmed = trimBlanks(text);
-        if (!trimmed.empty()) {
-            load::Line line{index, text};
-            if (trimmed.front() == '#') comments.push_back(line);
-            else loader.dataLine(line);
-        }
-        ++index;
-        pos = next;
-    }
+    auto lines = [&](auto&& read) {
+        forEachLine(bytes, [&](std::size_t index, std::string_view text, bool) {
+            std::string_view trimmed = trimBlanks(text);
+            if (!trimmed.empty()) read(load::Line{index, text}, trimmed.front() == '#');
+        });
+    };
+    lines([&](const load::Line& line, bool comment) {
+        if (!comment) loader.dataLine(line);
+    });
     if (loneCr) {
         result.notices.push_back({static_cast<int>(*loneCr + 1),
                                   "lines end with a carriage return alone; they were read as lines and are written "
                                   "with CR LF"});
     }
-    for (const load::Line& line : comments) loader.commentLine(line);
+    lines([&](const load::Line& line, bool comment) {
+        if (comment) loader.commentLine(line);
+    });
     loader.finish();
+    lines([&](const load::Line& line, bool) {
+        if (loader.isKept(line.index)) c.keptLines.push_back(line.text);
+    });
     loader.countOmittedNotices();
     result.ok = true;
     return result;

@@ -54,14 +54,19 @@ public:
     void dataLine(const Line& line);
     void commentLine(const Line& line);
     void finish();
+    // Whether the line goes back into the file as it stands (known after finish()).
+    bool isKept(std::size_t index) const { return index < kept_.size() && kept_[index]; }
     // Adds the notice that counts the notices left out beyond the first hundred.
     void countOmittedNotices();
 
 private:
     // LoadDispatch.cpp
     void dispatch(const Line& line, const std::string& key, std::string_view value);
-    void keep(const Line& line) { kept_.emplace_back(line.index, std::string(line.text)); }
-    void notice(const Line& line, std::string text);
+    void keep(const Line& line) {
+        if (kept_.size() <= line.index) kept_.resize(line.index + 1);
+        kept_[line.index] = true;
+    }
+    void notice(const Line& line, std::string_view text);
     static std::size_t suffixStart(const std::optional<Owner>& owner, const std::string& key);
     void unusable(const Line& line, const std::string& key, std::string_view value, std::string_view allowed);
     void consumed(const Line& line, const std::string& key, const std::optional<Owner>& owner);
@@ -95,18 +100,18 @@ private:
     std::size_t omittedNotices_ = 0;
     int firstOmittedLine_ = 0;
     std::vector<LoadNotice>& notices_;
-    std::vector<std::pair<std::size_t, std::string>> kept_;
+    std::vector<bool> kept_;  // by line number: the lines kept as they stand
     std::vector<std::pair<Line, std::string>> clusterLines_;  // set aside until clustering is known
     std::size_t clusterKeyLine_ = 0;                          // line of "disk.locking" = "FALSE"
 
     std::set<std::string> held_;                               // managed keys whose line is kept
-    std::set<std::string> seen_;                               // every key read
+    std::set<std::string> seenManaged_;                        // of kManagedKeys, those the file holds
     std::map<std::string, std::pair<Line, std::optional<Owner>>> consumed_;  // last line of each read key
 
     std::map<Owner, DeviceSettings> devices_;
     std::map<Owner, std::vector<OwnedLine>> owned_;
     std::map<int, SharedFolder> shares_;
-    std::map<Owner, std::pair<DeviceType, std::string>> built_;  // each device by type and identifier
+    std::map<Owner, Device*> built_;  // each device as the store holds it (the store never moves a device)
 
     std::optional<std::pair<Line, std::string>> numvcpus_;  // the last "numvcpus" line and its value
     int processors_ = 1;

@@ -205,22 +205,21 @@ std::string keptLineKey(std::string_view line) {
     return toLowerAscii(trimBlanks(t.substr(0, eq)));
 }
 
-// The kept lines that go back into the file: of several lines with the same key only the last
-// is kept (it is the one that took effect), so no key ever appears twice; a line whose key the
-// writer writes itself is passed over when it is written.
-std::vector<std::string_view> keptLinesToWrite(const std::vector<std::string>& kept) {
+// The kept lines that go back into the file, to `write` in file order: of several lines with
+// the same key only the last is kept (it is the one that took effect), so no key ever appears
+// twice; a line whose key the writer writes itself is passed over when it is written.
+template <typename Write>
+void forEachKeptLineToWrite(const KeptLines& kept, Write&& write) {
     std::unordered_map<std::string, std::size_t> lastIndex;
     for (std::size_t i = 0; i < kept.size(); ++i) {
         std::string key = keptLineKey(kept[i]);
-        if (!key.empty()) lastIndex[key] = i;
+        if (!key.empty()) lastIndex[std::move(key)] = i;
     }
-    std::vector<std::string_view> lines;
     for (std::size_t i = 0; i < kept.size(); ++i) {
         std::string key = keptLineKey(kept[i]);
         if (!key.empty() && lastIndex[key] != i) continue;
-        lines.push_back(kept[i]);
+        write(kept[i], key);
     }
-    return lines;
 }
 
 // A kept "key = value" line, as read, unless its key is written already.
@@ -255,10 +254,9 @@ namespace {
 // The whole file into `out`. The ".encoding" line of the opened file comes first, as the
 // product writes it: it says how the bytes after it are to be read.
 void writeAll(VmxLines& out, const VmConfiguration& c) {
-    std::vector<std::string_view> kept = keptLinesToWrite(c.keptLines);
-    for (std::string_view line : kept) {
-        if (keptLineKey(line) == ".encoding") writeKeptWholeLine(out, line);
-    }
+    forEachKeptLineToWrite(c.keptLines, [&](std::string_view line, const std::string& key) {
+        if (key == ".encoding") writeKeptWholeLine(out, line);
+    });
     out.raw(vmx::kRule);
     out.raw(vmx::titleLine());
     out.raw(vmx::kShortRule);
@@ -291,10 +289,10 @@ void writeAll(VmxLines& out, const VmConfiguration& c) {
     std::size_t start = out.mark();
     out.banner(vmx::kOtherParamsBanner);
     std::size_t lines = out.mark();
-    for (std::string_view line : kept) {
-        if (keptLineKey(line).empty()) out.raw(line);
+    forEachKeptLineToWrite(c.keptLines, [&](std::string_view line, const std::string& key) {
+        if (key.empty()) out.raw(line);
         else writeKeptWholeLine(out, line);
-    }
+    });
     out.writeDeferred();
     if (out.mark() == lines) out.truncate(start);
     out.banner(vmx::kEndBanner);
@@ -308,10 +306,10 @@ std::string writeVmxText(const VmConfiguration& c) {
     return out.join();
 }
 
-std::map<std::string, std::string> editorValues(const VmConfiguration& c) {
-    VmxLines out;
+std::unordered_map<std::string, std::string> editorValues(const VmConfiguration& c) {
+    VmxLines out(nullptr, false);
     writeAll(out, c);
-    return out.editorValues();
+    return std::move(out).editorValues();
 }
 
 }  // namespace arden

@@ -170,6 +170,9 @@ HardwareListEntry DeviceStore::entry(const Device& device) const {
 
 std::vector<HardwareListEntry> DeviceStore::hardwareList() const {
     std::vector<HardwareListEntry> list;
+    std::size_t count = 0;
+    for (const Collection& c : types_) count += c.devices.size();
+    list.reserve(count);
     for (const Collection& c : types_) {
         for (const auto& d : c.devices) list.push_back(entry(*d));
     }

@@ -194,6 +194,7 @@ std::optional<std::string> readWholeFile(const fs::path& file, std::string& erro
         return std::nullopt;
     }
     std::string bytes;
+    bytes.reserve(static_cast<std::size_t>(st.st_size));  // one allocation for a file that does not grow meanwhile
     char buffer[65536];
     for (;;) {
         ssize_t n = ::read(fd, buffer, sizeof buffer);

@@ -1,5 +1,6 @@
 #include "core/support/IniDocument.h"
 
+#include <algorithm>
 #include <unordered_map>
 
 #include "core/support/TextUtil.h"
@@ -46,6 +47,7 @@ bool fitsOnOneLine(std::string_view text) {
 }
 
 IniDocument::IniDocument(std::string_view bytes) {
+    lines_.reserve(static_cast<std::size_t>(std::count(bytes.begin(), bytes.end(), '\n')) + 1);
     std::size_t pos = 0;
     while (pos < bytes.size()) {
         std::size_t nl = bytes.find('\n', pos);

@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "ProgramRun.h"
 #include "core/shell/ProgramSettings.h"
 #include "core/support/RegistryStore.h"
 #include "core/support/cRegistry.h"
@@ -52,27 +53,6 @@ struct Timed {
     }
 };
 
-// Runs the CLI with the settings of `dir`: wall and processor time in ms, peak resident memory in MB.
-bool runCli(const char* cli, const fs::path& dir, double& ms, double& cpu, double& peakMb) {
-    std::fflush(stdout);
-    const auto start = Clock::now();
-    pid_t pid = fork();
-    if (pid == 0) {
-        setenv("TMPDIR", (dir.string() + "/").c_str(), 1);
-        setenv("XDG_CONFIG_HOME", (dir / "config").c_str(), 1);
-        if (!freopen("/dev/null", "w", stdout)) _exit(127);
-        execl(cli, cli, "favorites", "list", static_cast<char*>(nullptr));
-        _exit(127);
-    }
-    int status = 0;
-    rusage usage{};
-    if (pid < 0 || wait4(pid, &status, 0, &usage) != pid) return false;
-    ms = msSince(start);
-    cpu = cpuMs(usage);
-    peakMb = usage.ru_maxrss / 1024.0;
-    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -87,8 +67,10 @@ int main(int argc, char** argv) {
 
     // The whole program first, while this process is small: a child's peak memory counts what
     // it inherited before starting the program.
-    double cliMs = 0, cliCpu = 0, cliMb = 0;
-    const bool cliRan = argc > 1 && runCli(argv[1], dir, cliMs, cliCpu, cliMb);
+    arden::bench::ProgramRun cli;
+    if (argc > 1)
+        cli = arden::bench::runProgram({argv[1], "favorites", "list"}, {{"TMPDIR", dir.string() + "/"},
+                                                                        {"XDG_CONFIG_HOME", (dir / "config").string()}});
 
     QApplication app(argc, argv);
     arden::cRegistry registry{arden::openFileRegistryStore(dir / "config" / "registry.ini", dir / "dev")};
@@ -108,10 +90,10 @@ int main(int argc, char** argv) {
         {"LoadSettings", &load}, {"rows with file look-ups", &listed}, {"SaveSettings", &save}, {"Home list filled", &shown}};
     for (const auto& [what, t] : steps) std::printf("  %-26s %8.1f ms wall, %8.1f ms processor\n", what, t->wall, t->cpu);
     if (!saved) std::printf("  SaveSettings FAILED\n");
-    if (cliRan)
+    if (cli.ran)
         std::printf("  arden-forge-cli favorites list: %.1f ms wall, %.1f ms processor, %.1f MB peak "
                     "(target < 1000 ms, < 200 MB)\n",
-                    cliMs, cliCpu, cliMb);
+                    cli.wallMs, cli.cpuMs, cli.peakMb);
     else if (argc > 1)
         std::printf("  arden-forge-cli favorites list FAILED\n");
     std::error_code ec;
