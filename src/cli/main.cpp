@@ -90,6 +90,9 @@ int printHelp(std::ostream& out) {
 }  // namespace
 
 int main(int argc, char** argv) {
+    // Every command writes through the C++ streams only: without the C library's buffers in
+    // step, printing a machine of many thousand devices is several times faster.
+    std::ios::sync_with_stdio(false);
     std::vector<std::string> args(argv + 1, argv + argc);
     if (args.empty() || args[0] == "help" || args[0] == "--help" || args[0] == "-h") {
         return printHelp(args.empty() ? std::cerr : std::cout) == 0 && args.empty()

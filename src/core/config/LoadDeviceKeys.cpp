@@ -133,10 +133,10 @@ Outcome Loader::deviceKey(const Line&, const std::string& key, std::string_view 
             if (table == DeviceType::Display) suffix = key;
         }
     }
-    DeviceSettings probe;
-    if (auto found = devices_.find(*owner); found != devices_.end()) probe = found->second;
-    Outcome outcome = setDeviceValue(probe, table, suffix, value, allowed);
-    if (outcome == Outcome::Taken) devices_[*owner] = std::move(probe);
+    // The device's settings change only when the value is taken.
+    auto [device, added] = devices_.try_emplace(*owner);
+    Outcome outcome = setDeviceValue(device->second, table, suffix, value, allowed);
+    if (outcome != Outcome::Taken && added) devices_.erase(device);
     return outcome;
 }
 

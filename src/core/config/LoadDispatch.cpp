@@ -179,8 +179,15 @@ void Loader::keepLinesTheWriterDrops() {
     // A line the loader read whose key the writer would not write (a "paevm" of FALSE, the
     // ".vnet" of an adapter that is not on a custom network) stays in the file as it was.
     std::unordered_map<std::string, std::string> written = editorValues(c_);
-    for (auto& [key, read] : consumed_) {
-        auto& [line, owner] = read;
+    // In the order of the keys, so that notices and a device's kept lines come out the same
+    // whatever the hash table's order.
+    std::vector<const decltype(consumed_)::value_type*> byKey;
+    byKey.reserve(consumed_.size());
+    for (const auto& entry : consumed_) byKey.push_back(&entry);
+    std::sort(byKey.begin(), byKey.end(), [](const auto* a, const auto* b) { return a->first < b->first; });
+    for (const auto* entry : byKey) {
+        const std::string& key = entry->first;
+        const auto& [line, owner] = entry->second;
         if (isReplacedKey(key)) continue;
         auto it = written.find(key);
         if (it != written.end()) {

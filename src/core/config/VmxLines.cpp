@@ -20,6 +20,7 @@ void VmxLines::setting(std::string_view key, std::string_view value, std::string
         if (it != held_->end() && it->second == value) return;  // the file's own line stays
     }
     written_.insert(std::move(lower));
+    ++lineCount_;
     if (!keepText_) return;
     std::string line;
     line.reserve(key.size() + value.size() + 6);
@@ -37,7 +38,9 @@ void VmxLines::fixedSetting(std::string_view key, std::string_view value) {
 }
 
 void VmxLines::keptLine(std::string_view key, std::string_view rest) {
-    if (!takeKey(key) || !keepText_) return;
+    if (!takeKey(key)) return;
+    ++lineCount_;
+    if (!keepText_) return;
     std::string line(key);
     line += rest;
     lines_.push_back(std::move(line));

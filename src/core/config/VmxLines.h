@@ -20,6 +20,7 @@ public:
         : held_(held), keepText_(keepText) {}
 
     void raw(std::string_view line) {
+        ++lineCount_;
         if (keepText_) lines_.emplace_back(line);
     }
     void blank() { raw({}); }
@@ -50,8 +51,11 @@ public:
     std::unordered_map<std::string, std::string> editorValues() && { return std::move(editorValues_); }
 
     // Number of lines so far, and removing lines back to such a mark (only lines without keys).
-    std::size_t mark() const { return lines_.size(); }
-    void truncate(std::size_t mark) { lines_.resize(mark); }
+    std::size_t mark() const { return lineCount_; }
+    void truncate(std::size_t mark) {
+        lineCount_ = mark;
+        if (keepText_) lines_.resize(mark);
+    }
 
     std::string join() const;
 
@@ -60,6 +64,7 @@ private:
 
     const std::map<std::string, std::string>* held_;
     bool keepText_;
+    std::size_t lineCount_ = 0;  // lines written so far, kept as text or not
     std::vector<std::string> lines_;
     std::unordered_set<std::string> written_;
     std::unordered_set<std::string> claimed_;

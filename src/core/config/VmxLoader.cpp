@@ -25,8 +25,8 @@ template <typename Read>
 void forEachLine(std::string_view bytes, Read&& read) {
     std::size_t index = 0;
     for (std::size_t pos = 0; pos < bytes.size(); ++index) {
-        std::size_t eol = bytes.find_first_of("\r\n", pos);
-        if (eol == std::string_view::npos) eol = bytes.size();
+        std::size_t eol = pos;
+        while (eol < bytes.size() && bytes[eol] != '\n' && bytes[eol] != '\r') ++eol;
         std::size_t next = eol + 1;
         bool loneCr = false;
         if (eol < bytes.size() && bytes[eol] == '\r') {

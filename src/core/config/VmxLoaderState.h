@@ -9,6 +9,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -106,7 +107,7 @@ private:
 
     std::set<std::string> held_;                               // managed keys whose line is kept
     std::set<std::string> seenManaged_;                        // of kManagedKeys, those the file holds
-    std::map<std::string, std::pair<Line, std::optional<Owner>>> consumed_;  // last line of each read key
+    std::unordered_map<std::string, std::pair<Line, std::optional<Owner>>> consumed_;  // last line of each read key
 
     std::map<Owner, DeviceSettings> devices_;
     std::map<Owner, std::vector<OwnedLine>> owned_;

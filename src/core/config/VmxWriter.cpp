@@ -58,13 +58,13 @@ void writeDevice(VmxLines& out, const Device& d, const std::string& vmxFolder) {
     const bool autoDetect = node && equalsIgnoreCase(d.settings.text(".fileName"), "auto detect");
     const std::size_t start = out.mark();
     for (const DeviceKey& key : deviceKeys(d.type)) {
-        std::string name = prefix + std::string(key.suffix);
         if (node && key.suffix == ".autodetect" && autoDetect) {
-            out.setting(name, "TRUE");
+            out.setting(prefix + std::string(key.suffix), "TRUE");
             continue;
         }
         auto value = d.settings.get(key.suffix);
         if (!value || !keyApplies(d, key.suffix)) continue;
+        const std::string name = prefix + std::string(key.suffix);
         if (key.suffix == ".fileName") out.setting(name, relativeToVmxFolder(*value, vmxFolder));
         else out.setting(name, *value);
     }
