@@ -64,7 +64,8 @@ const Command kCommands[] = {
      "      tab-separated. Each edit first copies FILE to FILE.bak."},
     {"disk", arden::cli::runDisk,
      "disk create FILE.vmdk --size SIZE --adapter ide|buslogic|lsilogic\n"
-     "           --type growable|growable-split|preallocated|preallocated-split [--yes]\n"
+     "           --type growable|growable-split|growable-descriptor|preallocated|preallocated-split\n"
+     "           [--yes]\n"
      "      Make a new virtual disk and print its descriptor's path. SIZE is a number and a unit:\n"
      "      s (sectors), K, M or G, e.g. 204800s, 100M, 20G. A question is answered No unless --yes.\n"
      "  disk info FILE.vmdk\n"
