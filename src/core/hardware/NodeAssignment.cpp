@@ -228,6 +228,16 @@ NodeChoice chooseNode(DeviceStore& store, DeviceType type, std::string_view iden
     return result;
 }
 
+NodeChoice chooseBus(DeviceStore& store, DeviceType type, std::string_view identifier, Bus bus) {
+    const Device* device = store.find(type, identifier);
+    if (!device || busFromName(device->node.ControllerType()) == bus) return {};
+    const std::vector<std::string> labels = nodeList(store, bus);
+    if (const auto free = findFirstFreeNode(labels)) return chooseNode(store, type, identifier, labels[*free]);
+    NodeChoice result;
+    result.message = notice(bus == Bus::Ide ? 171 : 172);
+    return result;
+}
+
 Placement placeOnFirstFreeNode(DeviceStore& store, Device& device) {
     Placement result;
     if (!isNodeDevice(device.type)) return result;

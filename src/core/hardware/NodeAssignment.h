@@ -89,6 +89,12 @@ struct NodeChoice {
 //   nothing changes.
 NodeChoice chooseNode(DeviceStore& store, DeviceType type, std::string_view identifier, std::string_view label);
 
+// Moving the device (`type`, `identifier`) to the other bus: it takes that bus's first free
+// node, as chooseNode() with that node's label. When the bus has no free node, "No Available
+// Nodes" / "No available IDE nodes!" or "No available SCSI nodes!" (information, ids
+// 170/171/172) and the device stays where it was. Nothing happens when it is on that bus already.
+NodeChoice chooseBus(DeviceStore& store, DeviceType type, std::string_view identifier, Bus bus);
+
 // Placing a new hard disk or DVD/CD-ROM drive on the first free node: IDE first; when IDE is
 // full, "No available IDE nodes!" and then SCSI; when SCSI is full too, "No available SCSI
 // nodes either!". A generic SCSI device is placed on SCSI only ("No available SCSI nodes!").

@@ -74,18 +74,13 @@ void DevicePage::chooseNodeLabel(const std::string& label) {
 
 void DevicePage::chooseBus(Bus bus) {
     if (filling_) return;
-    const Device* d = device();
-    if (!d) return;
-    if (busFromName(d->node.ControllerType()) == bus) return;  // already there
-    const std::vector<std::string> labels = nodeList(config_.devices, bus);
-    if (const auto free = findFirstFreeNode(labels)) {
-        chooseNodeLabel(labels[*free]);
-        return;
-    }
-    // The other bus is full: the device stays where it was.
-    showMessage(this, Message{MessageKind::Information, {TextPart::fromId(170)},
-                              {TextPart::fromId(bus == Bus::Ide ? 171 : 172)}},
-                languageOffset());
+    std::optional<Message> message;
+    store([&](Device&) {
+        NodeChoice choice = arden::chooseBus(config_.devices, type_, identifier_, bus);
+        message = std::move(choice.message);
+        return choice.changed;
+    });
+    if (message) showMessage(this, *message, languageOffset());
     refill();
 }
 
