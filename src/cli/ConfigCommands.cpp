@@ -83,10 +83,12 @@ int runShow(Args args) {
     }
     for (const Device& m : config->devices.devices(DeviceType::Memory)) std::cout << "Memory: " << m.settings.text("memsize") << " MB\n";
     std::cout << "Hardware:\n";
-    for (const HardwareListEntry& e : config->devices.hardwareList()) {
-        const Device* d = config->devices.find(e.type, e.identifier);
-        std::string node = d ? nodeLabel(d->node) : std::string{};
-        std::cout << "  " << e.text << '\t' << e.summary << '\t' << node << '\n';
+    // The hardware list's entries, in its order: by type, then as added.
+    for (int n = 0; n < kDeviceTypeCount; ++n) {
+        for (const Device& d : config->devices.devices(static_cast<DeviceType>(n))) {
+            std::cout << "  " << config->devices.displayText(d) << '\t' << config->devices.summary(d) << '\t'
+                      << nodeLabel(d.node) << '\n';
+        }
     }
     std::cout << "Kept lines: " << config->keptLines.size() << '\n';
     return Success;

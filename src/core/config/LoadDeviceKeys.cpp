@@ -89,6 +89,17 @@ Outcome Loader::setDeviceValue(DeviceSettings& settings, DeviceType table, std::
     return Outcome::Taken;
 }
 
+std::pair<std::map<Owner, DeviceSettings>::iterator, bool> Loader::settingsOf(const Owner& owner) {
+    // Files list a device's keys together and the devices in order, so the device is mostly
+    // the last one or comes after it: found or added without a search.
+    if (!devices_.empty()) {
+        auto last = std::prev(devices_.end());
+        if (last->first == owner) return {last, false};
+        if (last->first < owner) return {devices_.emplace_hint(devices_.end(), owner, DeviceSettings{}), true};
+    }
+    return devices_.try_emplace(owner);
+}
+
 Outcome Loader::deviceKey(const Line&, const std::string& key, std::string_view prefix, std::string_view value,
                           std::optional<Owner>& owner, std::string& allowed) {
     std::string_view suffix = std::string_view(key).substr(prefix.size());
@@ -134,7 +145,7 @@ Outcome Loader::deviceKey(const Line&, const std::string& key, std::string_view 
         }
     }
     // The device's settings change only when the value is taken.
-    auto [device, added] = devices_.try_emplace(*owner);
+    auto [device, added] = settingsOf(*owner);
     Outcome outcome = setDeviceValue(device->second, table, suffix, value, allowed);
     if (outcome != Outcome::Taken && added) devices_.erase(device);
     return outcome;
@@ -206,7 +217,7 @@ void Loader::buildDevices() {
             d.number = owner.kind == Owner::Numbered ? owner.number : 0;
         }
         d.settings = std::move(settings);
-        built_[owner] = &store.addDevice(std::move(d));
+        built_.emplace_hint(built_.end(), owner, &store.addDevice(std::move(d)));  // in order: no search
     }
     devices_.clear();
     for (auto& [n, share] : shares_) c_.sharedFolders.folders.push_back(share);

@@ -179,13 +179,14 @@ void Loader::keepLinesTheWriterDrops() {
     // A line the loader read whose key the writer would not write (a "paevm" of FALSE, the
     // ".vnet" of an adapter that is not on a custom network) stays in the file as it was.
     std::unordered_map<std::string, std::string> written = editorValues(c_);
-    // In the order of the keys, so that notices and a device's kept lines come out the same
-    // whatever the hash table's order.
-    std::vector<const decltype(consumed_)::value_type*> byKey;
-    byKey.reserve(consumed_.size());
-    for (const auto& entry : consumed_) byKey.push_back(&entry);
-    std::sort(byKey.begin(), byKey.end(), [](const auto* a, const auto* b) { return a->first < b->first; });
-    for (const auto* entry : byKey) {
+    // In file order, so that notices and a device's kept lines come out in the order the file
+    // has them, whatever the hash table's order.
+    std::vector<const decltype(consumed_)::value_type*> inFileOrder;
+    inFileOrder.reserve(consumed_.size());
+    for (const auto& entry : consumed_) inFileOrder.push_back(&entry);
+    std::sort(inFileOrder.begin(), inFileOrder.end(),
+              [](const auto* a, const auto* b) { return a->second.first.index < b->second.first.index; });
+    for (const auto* entry : inFileOrder) {
         const std::string& key = entry->first;
         const auto& [line, owner] = entry->second;
         if (isReplacedKey(key)) continue;

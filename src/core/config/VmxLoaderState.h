@@ -86,6 +86,7 @@ private:
                          std::string& allowed);
     Outcome setDeviceValue(DeviceSettings& settings, DeviceType table, std::string_view suffix,
                            std::string_view value, std::string& allowed);
+    std::pair<std::map<Owner, DeviceSettings>::iterator, bool> settingsOf(const Owner& owner);
     void ownLine(const Owner& owner, const Line& line, std::size_t suffixStart);
     void disown(const Owner& owner, std::string_view suffix);
     void unsetDeviceValue(const Owner& owner, std::string_view suffix);
