@@ -1,138 +1,119 @@
+// arden-forge-cli new / show / check / resave as a user runs them: each prints what core
+// decides, with exit 1 for a refusal and 2 for a usage error, and writes nothing it was refused.
+#include <sys/stat.h>
+
 #include "CliRunner.h"
 
-using arden::test::runCli;
-using arden::test::ScratchDir;
+using namespace arden::test;
+namespace fs = std::filesystem;
 
-TEST(CliNew, WritesTheNewMachineAndPrintsItsPath) {
+namespace {
+
+bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+}  // namespace
+
+TEST(CliNew, WritesTheMachineOnceAndSaysWhatIsAllowed) {
     ScratchDir dir;
     auto r = runCli({"new", (dir / "vms").string(), "My XP"});
     ASSERT_EQ(r.exitCode, 0) << r.err;
-    std::string path = (dir / "vms" / "My XP.vmx").string();
+    const std::string path = (dir / "vms" / "My XP.vmx").string();
     EXPECT_EQ(r.out, path + "\n");
-    std::string text = arden::test::readBytes(path);
-    EXPECT_NE(text.find("# Platform = Workstation\r\n# Version = 5.5x\r\n"), std::string::npos);
-    EXPECT_NE(text.find("guestOS = \"winXPPro\""), std::string::npos);
+    const std::string text = readBytes(path);
+    EXPECT_TRUE(has(text, "# Platform = Workstation\r\n# Version = 5.5x\r\nconfig.version = \"8\"\r\n"));
+    EXPECT_TRUE(has(text, "guestOS = \"winXPPro\""));
+    EXPECT_EQ(runCli({"new", (dir / "vms").string(), "My XP"}).exitCode, 1) << "never written over";
+    EXPECT_EQ(readBytes(path), text);
 
-    auto again = runCli({"new", (dir / "vms").string(), "My XP"});
-    EXPECT_EQ(again.exitCode, 1) << "an existing configuration is never written over";
-    EXPECT_EQ(arden::test::readBytes(path), text);
-
-    auto gsx = runCli({"new", dir.path().string(), "Old", "--platform", "GSX Server", "--version", "2.5x"});
-    ASSERT_EQ(gsx.exitCode, 0) << gsx.err;
-    std::string old = arden::test::readBytes(dir / "Old.vmx");
-    EXPECT_NE(old.find("# Platform = GSX Server\r\n# Version = 2.5x\r\nconfig.version = \"6\""), std::string::npos);
-    auto player = runCli({"new", dir.path().string(), "P", "--platform", "Player"});
-    ASSERT_EQ(player.exitCode, 0) << player.err;
-    EXPECT_NE(arden::test::readBytes(dir / "P.vmx").find("# Version = 1.x"), std::string::npos);
-}
-
-TEST(CliNew, UsageErrors) {
-    ScratchDir dir;
-    auto badVersion = runCli({"new", dir.path().string(), "X", "--platform", "Player", "--version", "5.5x"});
-    EXPECT_EQ(badVersion.exitCode, 2);
-    EXPECT_NE(badVersion.err.find("\"1.x\""), std::string::npos) << "the message says what is allowed";
-    EXPECT_EQ(runCli({"new", dir.path().string(), "X", "--platform", "ESX"}).exitCode, 2);
-    EXPECT_EQ(runCli({"new", dir.path().string()}).exitCode, 2);
-    EXPECT_EQ(runCli({"new", dir.path().string(), "X", "--colour", "red"}).exitCode, 2);
+    ASSERT_EQ(runCli({"new", dir.path().string(), "Old", "--platform", "GSX Server", "--version", "2.5x"}).exitCode, 0);
+    EXPECT_TRUE(has(readBytes(dir / "Old.vmx"), "# Platform = GSX Server\r\n# Version = 2.5x\r\nconfig.version = \"6\""));
+    auto bad = runCli({"new", dir.path().string(), "X", "--platform", "Player", "--version", "5.5x"});
+    EXPECT_EQ(bad.exitCode, 2);
+    EXPECT_TRUE(has(bad.err, "\"1.x\"")) << bad.err;
     EXPECT_EQ(runCli({"frobnicate"}).exitCode, 2);
-    EXPECT_FALSE(std::filesystem::exists(dir / "X.vmx"));
-    // One missing folder level is created; two are refused with the folder named.
-    auto deep = runCli({"new", (dir / "a" / "b").string(), "X"});
-    EXPECT_EQ(deep.exitCode, 1);
-    EXPECT_NE(deep.err.find((dir / "a" / "b").string()), std::string::npos);
+    EXPECT_FALSE(fs::exists(dir / "X.vmx"));
 }
 
 TEST(CliShowResaveCheck, OnAWrittenMachine) {
     ScratchDir dir;
     ASSERT_EQ(runCli({"new", dir.path().string(), "M"}).exitCode, 0);
-    std::string file = (dir / "M.vmx").string();
+    const std::string file = (dir / "M.vmx").string();
     auto show = runCli({"show", file});
     ASSERT_EQ(show.exitCode, 0) << show.err;
-    EXPECT_NE(show.out.find("Product: Workstation 5.5x\n"), std::string::npos);
-    EXPECT_NE(show.out.find("Guest: Microsoft Windows, Windows XP Professional (winXPPro)\n"), std::string::npos);
-    EXPECT_NE(show.out.find("Memory: 256 MB\n"), std::string::npos);
-    EXPECT_NE(show.out.find("  CD-ROM 1\tIDE 1:0, auto detect\tIDE 1:0\n"), std::string::npos);
-    EXPECT_NE(show.out.find("Kept lines: 0\n"), std::string::npos);
+    for (const char* line : {"Product: Workstation 5.5x\n", "Guest: Microsoft Windows, Windows XP Professional (winXPPro)\n",
+                             "Memory: 256 MB\n", "  CD-ROM 1\tIDE 1:0, auto detect\tIDE 1:0\n", "Kept lines: 0\n"})
+        EXPECT_TRUE(has(show.out, line)) << line;
 
-    std::string before = arden::test::readBytes(file);
+    const std::string before = readBytes(file);
     auto resave = runCli({"resave", file, "--backup"});
     ASSERT_EQ(resave.exitCode, 0) << resave.err;
-    EXPECT_NE(resave.err.find("Backup Made: Backup file created as: " + file + ".bak"), std::string::npos);
-    EXPECT_EQ(arden::test::readBytes(file + ".bak"), before);
-    EXPECT_EQ(arden::test::readBytes(file), before) << "re-saving an unchanged machine gives the same bytes";
-
-    auto check = runCli({"check", file});
-    EXPECT_EQ(check.exitCode, 0) << check.err;
-    std::filesystem::create_directory(file + ".lck");
-    auto busy = runCli({"resave", file});
-    EXPECT_EQ(busy.exitCode, 1);
-    EXPECT_NE(busy.err.find("Virtual Machine in Use: "), std::string::npos);
+    EXPECT_EQ(resave.err, "Backup Made: Backup file created as: " + file + ".bak\n");
+    EXPECT_EQ(readBytes(file + ".bak"), before);
+    EXPECT_EQ(readBytes(file), before) << "re-saving an unchanged machine gives the same bytes";
+    EXPECT_EQ(runCli({"check", file}).exitCode, 0);
 }
 
-TEST(CliCheck, RefusesTooManyPciDevicesWithTheExactMessage) {
+TEST(CliCheck, ACoreRefusalIsPrintedAndNothingIsWritten) {
     ScratchDir dir;
     std::string text = "displayName = \"pci\"\r\nsound.present = \"TRUE\"\r\n";
     for (int i = 0; i < 5; ++i) text += "ethernet" + std::to_string(i) + ".present = \"TRUE\"\r\n";
-    arden::test::writeBytes(dir / "pci.vmx", text);
-    auto r = runCli({"check", (dir / "pci.vmx").string()});
-    EXPECT_EQ(r.exitCode, 1);
-    EXPECT_EQ(r.err,
-              "Too many virtual PCI Devices enabled: You currently have 6 virtual PCI devices enabled (SCSI controllers, "
-              "Network adapters, Sound adapters).  VMware will only accept 5.  Please go back and Disable some devices.\n");
-    auto resave = runCli({"resave", (dir / "pci.vmx").string()});
-    EXPECT_EQ(resave.exitCode, 1);
-    EXPECT_EQ(arden::test::readBytes(dir / "pci.vmx"), text);
+    writeBytes(dir / "pci.vmx", text);
+    const char* expected =
+        "Too many virtual PCI Devices enabled: You currently have 6 virtual PCI devices enabled (SCSI controllers, "
+        "Network adapters, Sound adapters).  VMware will only accept 5.  Please go back and Disable some devices.\n";
+    for (const char* command : {"check", "resave"}) {
+        auto r = runCli({command, (dir / "pci.vmx").string()});
+        EXPECT_EQ(r.exitCode, 1) << command;
+        EXPECT_EQ(r.err, expected) << command;
+    }
+    EXPECT_EQ(readBytes(dir / "pci.vmx"), text);
 }
 
 TEST(CliBadInput, ClearMessagesAndNothingChanges) {
     ScratchDir dir;
-    auto missing = runCli({"show", (dir / "none.vmx").string()});
-    EXPECT_EQ(missing.exitCode, 1);
-    EXPECT_NE(missing.err.find((dir / "none.vmx").string()), std::string::npos);
-
-    std::string garbage("\x7f" "ELF\x02\x01\x01\x00\x00\x00garbage\xff\xfe", 19);
-    arden::test::writeBytes(dir / "bin.vmx", garbage);
+    const std::string garbage("\x7f" "ELF\x02\x01\x01\x00\x00\x00garbage\xff\xfe", 19);
+    writeBytes(dir / "bin.vmx", garbage);
     auto bin = runCli({"resave", (dir / "bin.vmx").string()});
     EXPECT_EQ(bin.exitCode, 1);
-    EXPECT_NE(bin.err.find("binary"), std::string::npos);
-    EXPECT_EQ(arden::test::readBytes(dir / "bin.vmx"), garbage);
+    EXPECT_TRUE(has(bin.err, "binary")) << bin.err;
+    EXPECT_EQ(readBytes(dir / "bin.vmx"), garbage);
 
-    arden::test::writeBytes(dir / "odd.vmx", "memsize = \"64\"\nno equals here\nx = \"open\n");
+    writeBytes(dir / "odd.vmx", "memsize = \"64\"\nno equals here\nx = \"open\n");
     auto odd = runCli({"show", (dir / "odd.vmx").string()});
     EXPECT_EQ(odd.exitCode, 0);
-    EXPECT_NE(odd.err.find("odd.vmx:2:"), std::string::npos);
-    EXPECT_NE(odd.err.find("odd.vmx:3:"), std::string::npos);
-    EXPECT_NE(odd.out.find("Kept lines: 2"), std::string::npos);
+    EXPECT_TRUE(has(odd.err, (dir / "odd.vmx").string() + ":2: ")) << odd.err;
+    EXPECT_TRUE(has(odd.out, "Kept lines: 2"));
+
+    ASSERT_EQ(::mkfifo((dir / "pipe.vmx").c_str(), 0644), 0);
+    auto fifo = runCli({"show", (dir / "pipe.vmx").string()});
+    EXPECT_EQ(fifo.exitCode, 1);
+    EXPECT_EQ(fifo.err, "Unable to Open Configuration: Cannot read " + (dir / "pipe.vmx").string() +
+                            ": it is a FIFO (named pipe), not a regular file; only regular files are read\n");
 }
 
-TEST(CliSaveInPlace, ReadOnlyFolderWithAWritableFileSaves) {
-    // Run as an unprivileged user: root is not stopped by permission bits.
-    if (std::system("command -v setpriv >/dev/null 2>&1") != 0) ARDEN_CANNOT_RUN("setpriv is not available");
+// A question is printed and answered No unless --yes is given.
+TEST(CliResave, QuestionsAreAnsweredNoWithoutYes) {
     ScratchDir dir;
-    std::filesystem::permissions(dir.path(), std::filesystem::perms::all);
-    std::filesystem::create_directory(dir / "ro");
-    std::string original = "displayName = \"ro\"\r\nmemsize = \"64\"\r\n";
-    arden::test::writeBytes(dir / "ro" / "ro.vmx", original);
-    std::filesystem::permissions(dir / "ro" / "ro.vmx", std::filesystem::perms::all);
-    std::filesystem::permissions(dir / "ro", std::filesystem::perms::owner_read | std::filesystem::perms::owner_exec |
-                                                 std::filesystem::perms::others_read | std::filesystem::perms::others_exec);
-    std::string asNobody = arden::test::runningAsRoot() ? "setpriv --reuid=65534 --regid=65534 --clear-groups" : "";
-    auto r = runCli({"resave", (dir / "ro" / "ro.vmx").string()}, asNobody);
-    EXPECT_EQ(r.exitCode, 0) << r.err;
-    EXPECT_NE(r.err.find("Saved in Place: " + (dir / "ro" / "ro.vmx").string() +
-                         " was rewritten in place because its folder is not writable; no backup copy of the old "
-                         "contents could be made beside it."),
-              std::string::npos)
-        << r.err;
-    std::string saved = arden::test::readBytes(dir / "ro" / "ro.vmx");
-    EXPECT_NE(saved.find("displayName = \"ro\"\r\n"), std::string::npos);
-    EXPECT_NE(saved.find("####### end of file"), std::string::npos);
-    // Asked for a backup it cannot make, it writes nothing.
-    auto backup = runCli({"resave", (dir / "ro" / "ro.vmx").string(), "--backup"}, asNobody);
-    EXPECT_EQ(backup.exitCode, 1);
-    EXPECT_NE(backup.err.find("Backup Failed: No backup was made: Cannot write " + (dir / "ro" / "ro.vmx.bak").string() +
-                              ": Permission denied"),
-              std::string::npos)
-        << backup.err;
-    EXPECT_EQ(arden::test::readBytes(dir / "ro" / "ro.vmx"), saved);
+    const fs::path file = dir / "m.vmx";
+    const std::string machine = "displayName = \"m\"\r\nmemsize = \"64\"\r\n";
+    writeBytes(file, machine);
+    fs::create_directory(dir / "m.vmx.lck");
+    auto locked = runCli({"resave", file.string(), "--backup"});
+    EXPECT_EQ(locked.exitCode, 1);
+    EXPECT_TRUE(locked.err.starts_with("Virtual Machine in Use: The lock folder ")) << locked.err;
+    EXPECT_TRUE(locked.err.ends_with("Save anyway?\nAnswered No: nothing was written.\n")) << locked.err;
+    EXPECT_FALSE(fs::exists(dir / "m.vmx.bak")) << "asked before the backup is made";
+    fs::remove(dir / "m.vmx.lck");
+
+    const auto readOnly = fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read;
+    fs::permissions(file, readOnly);
+    auto no = runCli({"resave", file.string()});
+    EXPECT_EQ(no.exitCode, 1);
+    EXPECT_EQ(no.err, "Read-only File: The file " + file.string() +
+                          " is read-only.  Save over it anyway?\nAnswered No: nothing was written.\n");
+    EXPECT_EQ(readBytes(file), machine);
+    auto yes = runCli({"resave", file.string(), "--yes"});
+    EXPECT_EQ(yes.exitCode, 0) << yes.err;
+    EXPECT_TRUE(has(readBytes(file), "####### end of file"));
+    EXPECT_EQ(fs::status(file).permissions() & fs::perms::all, readOnly);
 }

