@@ -15,11 +15,7 @@ std::string newMachine(const ScratchDir& dir) {
     return (dir / "M.vmx").string();
 }
 
-struct Refusal {
-    std::vector<std::string> args;  // "@" stands for the machine's path
-    int exitCode;
-    std::string err;  // what standard error holds
-};
+struct Refusal { std::vector<std::string> args; int exitCode; std::string err; };
 
 // Runs each refused command on `file` and checks that the file did not change.
 void expectRefusals(const std::string& file, std::initializer_list<Refusal> refusals) {

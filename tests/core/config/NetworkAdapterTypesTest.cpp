@@ -39,8 +39,7 @@ TEST(NicTypes, AVersionWithoutE1000MovesSuchAdaptersToTheFirstType) {
     EXPECT_EQ(resolveText(notice->title, 0), "Adapter Type Changed");
     EXPECT_EQ(resolveText(notice->text, 0),
               "Workstation 5.0x does not offer every network adapter type this machine used:\n"
-              "Network Adapter 1: E1000 is now AMD Lance.\n"
-              "Network Adapter 3: E1000 is now AMD Lance.");
+              "Network Adapter 1: E1000 is now AMD Lance.\n" "Network Adapter 3: E1000 is now AMD Lance.");
     const auto& nics = store.devices(DeviceType::Network);
     EXPECT_EQ(nics[0].settings.text(".virtualDev"), "vlance");
     EXPECT_EQ(nics[1].settings.text(".virtualDev"), "vmxnet");

@@ -89,10 +89,7 @@ TEST(SaveFlow, ReadOnlyFolderSavesInPlaceOrKeepsTheOldFile) {
 }
 
 TEST(SaveFlow, QuestionsBeforeWritingOverAFile) {
-    struct Case {
-        std::string lock;
-        std::string kind;
-    };
+    struct Case { std::string lock; std::string kind; };
     const Case cases[] = {{"M.VMX.LCK", "folder"}, {"m.vmx.lck", "file"}, {"m.vmx.lck", "link"}};
     for (const Case& c : cases) {
         ScratchDir dir;

@@ -19,12 +19,8 @@ const Device* onNode(const VmConfiguration& c, const char* bus, int ctl, int nod
 }  // namespace
 
 TEST(VmxLoader, SplitsKeysAndValuesAsTheProductDoes) {
-    auto r = parse("displayName = \"My \"quoted\" VM\"\n"
-                   "   GuestOS= \"winNetStandard\"  \r\n"
-                   "MEMSIZE=\"512\"\n"
-                   "numvcpus =\"2\"\n"
-                   "paevm = \"TRUE\"\n"
-                   "annotation = \"one|0D|0Atwo|0Athree\"\n"
+    auto r = parse("displayName = \"My \"quoted\" VM\"\n" "   GuestOS= \"winNetStandard\"  \r\n" "MEMSIZE=\"512\"\n"
+                   "numvcpus =\"2\"\n" "paevm = \"TRUE\"\n" "annotation = \"one|0D|0Atwo|0Athree\"\n"
                    "workingDir = \"..\\work\"\n");
     ASSERT_TRUE(r.ok);
     const VmConfiguration& c = r.config;
@@ -69,10 +65,8 @@ TEST(VmxLoader, DeviceKinds) {
                    "ide1:0.deviceType = \"cdrom-image\"\nide1:0.fileName = \"x.iso\"\n"
                    "ide1:1.deviceType = \"scsi-passthru\"\nide1:1.fileName = \"/dev/sg0\"\n"
                    "scsi0:2.deviceType = \"scsi-passthru\"\nscsi0:2.fileName = \"/dev/sg1\"\n"
-                   "scsi0:3.deviceType = \"atapi-cdrom\"\n"
-                   "scsi0:4.fileName = \"boot.iso\"\n"
-                   "scsi0:5.deviceType = \"rawDisk\"\n"
-                   "scsi0:6.redo = \"\"\n");
+                   "scsi0:3.deviceType = \"atapi-cdrom\"\n" "scsi0:4.fileName = \"boot.iso\"\n"
+                   "scsi0:5.deviceType = \"rawDisk\"\n" "scsi0:6.redo = \"\"\n");
     ASSERT_TRUE(r.ok);
     const VmConfiguration& c = r.config;
     EXPECT_EQ(onNode(c, "IDE", 0, 0)->type, DeviceType::HardDisk);
@@ -89,21 +83,12 @@ TEST(VmxLoader, DeviceKinds) {
 }
 
 TEST(VmxLoader, OptionKeysAndUnmappedValues) {
-    auto r = parse("isolation.tools.paste.enabled = \"FALSE\"\n"
-                   "isolation.tools.copy.disable = \"true\"\n"
-                   "snapshot.action = \"AUTOCOMMIT\"\n"
-                   "snapshot.disabled = \"TRUE\"\n"
-                   "priority.ungrabbed = \"idle\"\n"
-                   "priority.grabbed = \"superhigh\"\n"
-                   "MemTrimRate = \"0\"\n"
-                   "disk.locking = \"false\"\n"
-                   "gui.fullScreenAtPowerOn = \"TRUE\"\n"
-                   "gui.restricted = \"TRUE\"\n"
-                   "ethernet0.virtualDev = \"vmxnet3\"\n"
-                   "ethernet0.present = \"TRUE\"\n"
-                   "sharedFolder.maxNum = \"0\"\n"
-                   "sharedFolder0.hostPath = \"/srv\"\n"
-                   "sharedFolder0.writeAccess = \"FALSE\"\n"
+    auto r = parse("isolation.tools.paste.enabled = \"FALSE\"\n" "isolation.tools.copy.disable = \"true\"\n"
+                   "snapshot.action = \"AUTOCOMMIT\"\n" "snapshot.disabled = \"TRUE\"\n" "priority.ungrabbed = \"idle\"\n"
+                   "priority.grabbed = \"superhigh\"\n" "MemTrimRate = \"0\"\n" "disk.locking = \"false\"\n"
+                   "gui.fullScreenAtPowerOn = \"TRUE\"\n" "gui.restricted = \"TRUE\"\n"
+                   "ethernet0.virtualDev = \"vmxnet3\"\n" "ethernet0.present = \"TRUE\"\n" "sharedFolder.maxNum = \"0\"\n"
+                   "sharedFolder0.hostPath = \"/srv\"\n" "sharedFolder0.writeAccess = \"FALSE\"\n"
                    "sharedFolder0.expiration = \"session\"\n");
     ASSERT_TRUE(r.ok);
     const VmConfiguration& c = r.config;

@@ -87,8 +87,7 @@ TEST(DiskNames, RefusedWithTheReasonAndAllowedUpTo240Bytes) {
     const std::pair<std::string, const char*> refused[] = {
         {".vmdk", "there is nothing before \".vmdk\"."},
         {"a\"b.vmdk", "it holds a double quote (\"), which ends the name inside the descriptor."},
-        {"a\rb", "it holds a control character"},
-        {std::string("a\x7f", 2), "it holds a control character"},
+        {"a\rb", "it holds a control character"}, {std::string("a\x7f", 2), "it holds a control character"},
         {"sub/a.vmdk", "it holds a folder separator"},
         {std::string(241, 'x') + ".vmdk", "it is 241 bytes long; at most 240 are allowed."},
     };

@@ -63,12 +63,7 @@ TEST(DeviceStore, HardwareListOfANewMachine) {
 }
 
 TEST(DeviceKeys, ValuesAreNormalisedOrRefused) {
-    struct Case {
-        DeviceType type;
-        const char* key;
-        const char* value;
-        const char* stored;  // nullptr: refused
-    };
+    struct Case { DeviceType type; const char* key; const char* value; const char* stored; };
     const Case cases[] = {
         {DeviceType::Network, ".PRESENT", "0", "FALSE"},         {DeviceType::Network, ".present", "maybe", nullptr},
         {DeviceType::Network, ".virtualdev", "E1000", "e1000"},  {DeviceType::Network, ".virtualDev", "vmxnet3", nullptr},

@@ -67,12 +67,7 @@ TEST(AddHardwareOffers, PlatformWithoutScsiOrAdapters) {
 
 TEST(AddHardwareOffers, InfoTextsAndOkButton) {
     const DeviceMaxima ws45{1, 3, 1};
-    struct Case {
-        DeviceType type;
-        int count;
-        bool ok;
-        std::string text;
-    };
+    struct Case { DeviceType type; int count; bool ok; std::string text; };
     const Case cases[] = {
         {DeviceType::HardDisk, 0, true, "Add a Hard Disk."},
         {DeviceType::HardDisk, 11, false, "The maximum number ofHard Disks has already been added to this virtual machine."},

@@ -11,12 +11,7 @@ namespace {
 std::string title(const Message& m) { return resolveText(m.title, 0); }
 std::string text(const Message& m) { return resolveText(m.text, 0); }
 
-struct OctetCase {
-    MacMode mode;
-    int position;
-    const char* typed;
-    const char* stored;  // nullptr: refused
-};
+struct OctetCase { MacMode mode; int position; const char* typed; const char* stored; };
 
 }  // namespace
 
@@ -105,11 +100,7 @@ TEST(MacAddress, MadeUpAddressesStayInTheirRange) {
 }
 
 TEST(MacOffset, NumericTextsAreStoredWithoutARangeCheck) {
-    struct Case {
-        const char* typed;
-        std::optional<int> stored;
-        const char* message;
-    };
+    struct Case { const char* typed; std::optional<int> stored; const char* message; };
     const Case cases[] = {
         {"-5", -5, nullptr}, {"2147483647", 2147483647, nullptr}, {"-2147483648", -2147483647 - 1, nullptr},
         {"+7", 7, nullptr},  {"abc", std::nullopt, "Must be numeric!"}, {"1.5", std::nullopt, "Must be numeric!"},

@@ -20,12 +20,7 @@ const std::string kOutOfRange = "Invalid Memory Size: RAM size out of valid rang
 
 TEST(MemorySize, RoundsDownAndRefusesWhatIsNotAllowed) {
     const MemoryRange ws55 = memoryRange(*productFigures(1, 4));
-    struct Case {
-        std::string_view text;
-        std::optional<int> stored;
-        bool rounded;
-        std::string message;
-    };
+    struct Case { std::string_view text; std::optional<int> stored; bool rounded; std::string message; };
     const Case cases[] = {
         {"258", 256, true, ""},          {"256", 256, false, ""},         {" 1023 ", 1020, true, ""},
         {"4", 4, false, ""},             {"7", 4, true, ""},              {"3", std::nullopt, false, kOutOfRange},

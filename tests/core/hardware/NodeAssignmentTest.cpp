@@ -40,10 +40,7 @@ std::vector<std::string> shown(const std::vector<Message>& ms) {
 }  // namespace
 
 TEST(NodeLabel, ParsesLabelsAndRefusesOtherTexts) {
-    struct Case {
-        std::string_view label;
-        std::optional<ParsedNodeLabel> expected;
-    };
+    struct Case { std::string_view label; std::optional<ParsedNodeLabel> expected; };
     const Case cases[] = {
         {"IDE 1:0 - CD-ROM 1", ParsedNodeLabel{Bus::Ide, 1, 0, "CD-ROM 1"}},
         {"SCSI 12:15", ParsedNodeLabel{Bus::Scsi, 12, 15, ""}},
@@ -131,12 +128,7 @@ TEST(NodeChoice, RefusalsLeaveTheMachineAsItWas) {
     Device& disk = m.add(DeviceType::HardDisk, "IDE 0:0");
     Device& gen = m.add(DeviceType::GenericScsi, "SCSI 0:0");
     const DeviceStore before = m.store;
-    struct Case {
-        DeviceType type;
-        std::string identifier;
-        std::string label;
-        std::string message;  // shown text, or its beginning when it ends with "..."
-    };
+    struct Case { DeviceType type; std::string identifier; std::string label; std::string message; };
     const Case cases[] = {
         {DeviceType::HardDisk, disk.identifier, "SCSI 0:7", "Invalid Node Selection: Node already occupied - cannot move"},
         {DeviceType::HardDisk, disk.identifier, "SCSI 3:9",

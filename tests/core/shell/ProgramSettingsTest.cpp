@@ -95,14 +95,11 @@ TEST(SaveSettings, WritesTheTemporaryFoldersFileWithGapFreeFavorites) {
     ASSERT_EQ(failures.size(), 1u);
     EXPECT_NE(failures[0].text.at(0).literal.find("The settings could not be saved: Cannot write " + t.s.TempFolder +
                                                   "/ArdenForge.ini"),
-              std::string::npos)
-        << failures[0].text.at(0).literal;
+              std::string::npos) << failures[0].text.at(0).literal;
 }
 
 TEST(AddFavorites, ManyAtOnceMatchOneAtATime) {
-    struct Case {
-        std::vector<FavoriteRecord> list, records, expected;
-    };
+    struct Case { std::vector<FavoriteRecord> list, records, expected; };
     const Case cases[] = {
         {{fav("A", "/a"), fav("B", "/b")}, {fav("C", "/c"), fav("A", "/a2", 7)}, {fav("A", "/a2", 7), fav("B", "/b"), fav("C", "/c")}},
         {{}, {fav("X", "/1"), fav("Y", "/y"), fav("X", "/2", 6)}, {fav("X", "/2", 6), fav("Y", "/y")}},

@@ -103,40 +103,6 @@ TEST(cRegistryStore, CorruptOrUnwritableStore) {
     auto failure = blocked.setValueEx(RegistryRoot::CurrentUser, "K", "V", RegType::String, "v");
     EXPECT_NE(text(failure).find((dir / "plain").string()), std::string::npos) << text(failure);
 
-    cRegistry remote;
-    remote.setMachine("elsewhere");
-    remote.setSectionKey("K");
-    EXPECT_NE(text(remote.CreateKey()).find("elsewhere"), std::string::npos);
-}
-
-TEST(cRegistryAssociations, WritesTheClassVerbsAndCommands) {
-    Fixture f;
-    EXPECT_TRUE(f.reg.CreateAdditionalEXEAssociations({"edit", "&Edit", "x"})) << "refused before the class exists";
-    arden::ExeAssociation a{"/usr/bin/arden-forge", "ArdenForge.vmx", "VMware Configuration", ".vmx", 1, false, true, false};
-    ASSERT_FALSE(f.reg.CreateEXEAssociation(a));
-    const std::string cls = "SOFTWARE\\Classes\\ArdenForge.vmx";
-    const std::pair<std::string, std::string> written[] = {
-        {"SOFTWARE\\Classes\\.vmx", "ArdenForge.vmx"}, {cls, "VMware Configuration"},
-        {cls + "\\DefaultIcon", "/usr/bin/arden-forge,1"}, {cls + "\\shell\\print", "?"},
-        {cls + "\\shell\\open\\command", "\"/usr/bin/arden-forge\" \"%1\""}, {cls + "\\shell\\add", "&Install "},
-        {cls + "\\shell\\add\\command", "\"/usr/bin/arden-forge\" /a \"%1\""}};
-    auto value = [&](const std::string& key) { return f.reg.ValueEx(RegistryRoot::CurrentUser, key, "", RegType::String, "?"); };
-    for (const auto& [key, expected] : written) EXPECT_EQ(value(key), expected) << key;
-
-    EXPECT_TRUE(f.reg.CreateAdditionalEXEAssociations({"edit", "&Edit"})) << "a verb needs a name, text and command";
-    ASSERT_FALSE(f.reg.CreateAdditionalEXEAssociations({"edit", "&Edit", "ed \"%1\""}));
-    EXPECT_EQ(value(cls + "\\shell\\edit\\command"), "ed \"%1\"");
-    f.reg.setClassKey(RegistryRoot::ClassesRoot);
-    f.reg.setSectionKey("ArdenForge.vmx\\shell");
-    EXPECT_EQ(f.reg.EnumerateSections(), (std::vector<std::string>{"open", "add", "edit"}))
-        << "the classes root shows the per-user classes";
-
-    f.reg.setClassKey(RegistryRoot::CurrentUser);
-    ASSERT_FALSE(f.reg.DeleteEXEAssociation("ArdenForge.vmx", ".vmx"));
-    f.reg.setSectionKey("SOFTWARE\\Classes");
-    EXPECT_TRUE(f.reg.EnumerateSections().empty());
-    EXPECT_EQ(text(f.reg.DeleteEXEAssociation("ArdenForge.vmx", ".vmx")),
-              "Failed to open key 'SOFTWARE\\Classes\\ArdenForge.vmx' for delete access");
 }
 
 TEST(TempFolderRule, KeepsOrAddsTheTrailingSeparator) {
