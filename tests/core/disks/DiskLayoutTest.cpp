@@ -44,12 +44,7 @@ TEST(ExtentSplit, FlatAndSparsePiecesHaveTheirOwnSizes) {
               (std::vector<ExtentPiece>{{2048, "d-f001.vmdk"}, {2048, "d-f002.vmdk"}, {904, "d-f003.vmdk"}}));
     EXPECT_EQ(extentPieces(DiskKind::GrowableSplit, "d", 4192257, 9000000).size(), 2u);
 
-    // 950 GiB split sparse: the sizes add up and the numbering keeps going.
-    auto many = extentPieces(DiskKind::GrowableSplit, "m", 1992294400);
-    std::int64_t sum = 0;
-    for (const auto& p : many) sum += p.sectors;
-    EXPECT_EQ(sum, 1992294400);
-    EXPECT_EQ(many.back().fileName, "m-s476.vmdk");
+    EXPECT_EQ(extentPieces(DiskKind::GrowableSplit, "m", 1992294400).back(), (ExtentPiece{1992294400 - 475 * 4192256, "m-s476.vmdk"}));
 }
 
 TEST(DiskCid, EightLowerHexDigitsNeverStartingWithZero) {

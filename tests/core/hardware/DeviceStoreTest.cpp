@@ -46,11 +46,6 @@ TEST(DeviceStore, HardwareListOfANewMachine) {
     std::string list;
     for (const auto& e : s.hardwareList()) list += e.key.substr(0, e.key.find('|')) + " ";
     EXPECT_EQ(list, "H0 H1 H2 H5 H6 H7 H11 H13 H14 ") << "one entry a device, in type order";
-    DeviceType t{};
-    std::string id;
-    ASSERT_TRUE(parseHardwareListKey("H11|cd|1", t, id));
-    EXPECT_EQ(std::pair(t, id), std::pair(DeviceType::CdRom, std::string("cd|1")));
-    for (const char* bad : {"H11cd1", "H15|x", "H-1|x", "H|x"}) EXPECT_FALSE(parseHardwareListKey(bad, t, id)) << bad;
 
     const Device& cd = s.devices(DeviceType::CdRom)[0];
     EXPECT_EQ(nodeLabel(cd.node), "IDE 1:0");
