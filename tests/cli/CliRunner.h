@@ -12,11 +12,7 @@
 
 namespace arden::test {
 
-struct CliResult {
-    int exitCode = -1;
-    std::string out;
-    std::string err;
-};
+struct CliResult { int exitCode = -1; std::string out; std::string err; };
 
 inline std::string shellQuote(const std::string& s) {
     std::string q = "'";

@@ -160,7 +160,7 @@ DiskCreationResult createDisk(const NewDiskRequest& request, const DiskProgress&
                               const DiskCreationOptions& options) {
     const DiskKindInfo& kind = diskKindInfo(request.kind);
     Creation creation(progress, kind.preallocated ? request.totalSectors * kSectorBytes : 0);
-    for (const fs::path& file : diskFiles(request)) {
+    for (const fs::path& file : diskFiles(request, options.pieceSectors)) {
         std::error_code ec;
         if (fs::exists(fs::symlink_status(file, ec))) {
             return creation.fail(diskMessage(MessageKind::Warning, text::kFileExists, text::kDiskAlreadyExists,
@@ -172,7 +172,7 @@ DiskCreationResult createDisk(const NewDiskRequest& request, const DiskProgress&
     const fs::path folder = request.descriptorPath.parent_path();
     const std::string base = diskBaseName(request);
     std::int64_t done = 0;
-    for (const ExtentPiece& piece : extentPieces(request.kind, base, request.totalSectors)) {
+    for (const ExtentPiece& piece : extentPieces(request.kind, base, request.totalSectors, options.pieceSectors)) {
         const fs::path path = folder / piece.fileName;
         if (!kind.preallocated && !creation.report(DiskStep::WritingExtent, path, done)) return creation.cancel();
         FileError error = kind.preallocated ? preallocate(path, piece.sectors * kSectorBytes, done, options.writeZeros, creation)
@@ -184,7 +184,8 @@ DiskCreationResult createDisk(const NewDiskRequest& request, const DiskProgress&
     }
 
     if (!creation.report(DiskStep::Descriptor, request.descriptorPath, done)) return creation.cancel();
-    DescriptorFields fields{base, request.totalSectors, request.adapter, request.kind, request.hardwareVersion, makeCid()};
+    DescriptorFields fields{base, request.totalSectors, request.adapter, request.kind, request.hardwareVersion, makeCid(),
+                            options.pieceSectors};
     if (auto error = writeFileAtomically(request.descriptorPath, descriptorText(fields))) return creation.fail(*error);
     return creation.done(request.descriptorPath);
 }

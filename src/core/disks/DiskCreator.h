@@ -25,6 +25,9 @@ struct DiskCreationOptions {
     // Preallocate by writing zeros even where the file system could reserve the space
     // itself: the path taken on file systems without that ability, chosen here on purpose.
     bool writeZeros = false;
+    // Sectors per piece of a split disk; 0 keeps the kind's own piece size, the one VMware
+    // products write. Smaller pieces let a small disk be split into several.
+    std::int64_t pieceSectors = 0;
 };
 
 // How much space is reserved per step of a preallocated extent (one progress report each).

@@ -34,7 +34,8 @@ std::string extentNumberText(int number) {
     return digits;
 }
 
-std::vector<ExtentPiece> extentPieces(DiskKind kind, std::string_view baseName, std::int64_t totalSectors) {
+std::vector<ExtentPiece> extentPieces(DiskKind kind, std::string_view baseName, std::int64_t totalSectors,
+                                      std::int64_t pieceSectors) {
     const DiskKindInfo& info = diskKindInfo(kind);
     std::vector<ExtentPiece> pieces;
     if (info.extentType.empty()) return pieces;
@@ -43,9 +44,11 @@ std::vector<ExtentPiece> extentPieces(DiskKind kind, std::string_view baseName, 
         pieces.push_back({totalSectors, base + std::string(info.extentSuffix) + ".vmdk"});
         return pieces;
     }
+    std::int64_t limit = info.maxExtentSectors;
+    if (pieceSectors > 0 && (limit == 0 || pieceSectors < limit)) limit = pieceSectors;
     std::int64_t left = totalSectors;
     for (int number = 1; left > 0; ++number) {
-        std::int64_t size = info.maxExtentSectors > 0 ? std::min(left, info.maxExtentSectors) : left;
+        std::int64_t size = limit > 0 ? std::min(left, limit) : left;
         pieces.push_back({size, base + std::string(info.extentSuffix) + extentNumberText(number) + ".vmdk"});
         left -= size;
     }
@@ -63,7 +66,7 @@ std::string descriptorText(const DescriptorFields& fields) {
         addLine(text, "createType=" + quoted(info.createType));
         addLine(text, "");
         addLine(text, "# Extent description");
-        for (const ExtentPiece& piece : extentPieces(fields.kind, fields.baseName, fields.totalSectors)) {
+        for (const ExtentPiece& piece : extentPieces(fields.kind, fields.baseName, fields.totalSectors, fields.pieceSectors)) {
             std::string line = "RW " + std::to_string(piece.sectors) + " " + std::string(info.extentType) + " " +
                                quoted(piece.fileName);
             if (info.preallocated) line += " 0";

@@ -20,10 +20,12 @@ struct ExtentPiece {
 std::string extentNumberText(int number);
 
 // The extent files of a disk of `totalSectors` whose descriptor is `baseName` + ".vmdk":
-// split kinds give full pieces of the kind's piece size in order and one last piece with the
-// rest; the single preallocated kind gives one "-flat" file. The single growable kind gives
-// none: its one file is written whole by the back-end.
-std::vector<ExtentPiece> extentPieces(DiskKind kind, std::string_view baseName, std::int64_t totalSectors);
+// split kinds give full pieces of `pieceSectors` (0 or more than the kind allows: the kind's
+// own piece size) in order and one last piece with the rest; the single preallocated kind gives
+// one "-flat" file. The single growable kind gives none: its one file is written whole by the
+// back-end.
+std::vector<ExtentPiece> extentPieces(DiskKind kind, std::string_view baseName, std::int64_t totalSectors,
+                                      std::int64_t pieceSectors = 0);
 
 struct DescriptorFields {
     std::string baseName;            // file name of the descriptor without ".vmdk" and folder
@@ -32,6 +34,7 @@ struct DescriptorFields {
     DiskKind kind = DiskKind::GrowableSplit;
     int hardwareVersion = 3;
     std::string cid;
+    std::int64_t pieceSectors = 0;   // as for extentPieces
 };
 
 // The descriptor text, every line ended by CR LF.

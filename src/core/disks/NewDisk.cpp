@@ -11,10 +11,10 @@ std::string diskBaseName(const NewDiskRequest& request) {
     return name;
 }
 
-std::vector<std::filesystem::path> diskFiles(const NewDiskRequest& request) {
+std::vector<std::filesystem::path> diskFiles(const NewDiskRequest& request, std::int64_t pieceSectors) {
     std::vector<std::filesystem::path> files{request.descriptorPath};
     std::filesystem::path folder = request.descriptorPath.parent_path();
-    for (const ExtentPiece& piece : extentPieces(request.kind, diskBaseName(request), request.totalSectors)) {
+    for (const ExtentPiece& piece : extentPieces(request.kind, diskBaseName(request), request.totalSectors, pieceSectors)) {
         files.push_back(folder / piece.fileName);
     }
     return files;

@@ -21,8 +21,9 @@ struct NewDiskRequest {
 // The descriptor's file name without ".vmdk" (the base of the extent names).
 std::string diskBaseName(const NewDiskRequest& request);
 
-// Every file the request makes: the descriptor first, then the extents in order.
-std::vector<std::filesystem::path> diskFiles(const NewDiskRequest& request);
+// Every file the request makes: the descriptor first, then the extents in order (split into
+// pieces of `pieceSectors` as extentPieces does).
+std::vector<std::filesystem::path> diskFiles(const NewDiskRequest& request, std::int64_t pieceSectors = 0);
 
 // A message of the disk code: title and text from the string table, optionally followed by
 // a fixed detail in brackets (the file concerned, the system's reason).

@@ -1,250 +1,135 @@
-// What a re-save keeps, grouped by the promise each group guards: format numbers, the
-// ".encoding" line, escapes, the clustering lines, values the editor cannot use, lines under a
-// device's prefix, folder comparison, line breaks, processor counts.
+// What a re-save keeps: format numbers, the ".encoding" line, escapes, the clustering lines,
+// values the editor cannot use, lines under a device's prefix, line breaks, processor counts.
 #include "core/config/VmConfiguration.h"
-#include "core/config/VmxLoader.h"
-#include "core/config/VmxWriter.h"
-#include "core/support/TextUtil.h"
-#include "TestSupport.h"
 #include "VmxTestSupport.h"
 
 using namespace arden;
 using test::hasLine;
+using test::keyLines;
+using test::Lines;
 using test::parseIn;
 using test::resaved;
 
 namespace {
 
-// How many lines of `text` set `key` (in any letter case).
-int linesWithKey(const std::string& text, std::string_view key) {
-    int n = 0;
-    for (const std::string& line : test::linesOf(text)) {
-        std::size_t eq = line.find('=');
-        if (eq != std::string::npos && equalsIgnoreCase(trimBlanks(std::string_view(line).substr(0, eq)), key)) ++n;
-    }
-    return n;
-}
-
 bool noticed(const LoadResult& r, int line, std::string_view words) {
-    for (const LoadNotice& n : r.notices) {
-        if (n.line == line && n.text.find(words) != std::string::npos) return true;
-    }
-    return false;
+    return std::any_of(r.notices.begin(), r.notices.end(), [&](const LoadNotice& n) { return n.line == line && n.text.find(words) != std::string::npos; });
 }
 
 }  // namespace
 
-// 1. Format numbers change only when the user changes the target.
 TEST(ResaveFormatNumbers, KeptUntilTheTargetChanges) {
-    const std::string modern = "config.version = \"8\"\nvirtualHW.version = \"19\"\nmemsize = \"4096\"\n";
-    LoadResult r = parseIn(modern);
+    LoadResult r = parseIn("config.version = \"8\"\nvirtualHW.version = \"19\"\nmemsize = \"4096\"\n");
     EXPECT_EQ(formatNote(r.config), "written for virtual hardware version 19; saving keeps it");
-    std::string once = writeVmxText(r.config);
-    EXPECT_TRUE(hasLine(once, "virtualHW.version = \"19\""));
-    EXPECT_TRUE(hasLine(once, "config.version = \"8\""));
-    EXPECT_TRUE(hasLine(once, "# Platform = Workstation")) << "still shown as Workstation 5.5x";
-    EXPECT_TRUE(hasLine(once, "# Version = 5.5x"));
-
+    EXPECT_NE(writeVmxText(r.config).find("# Platform = Workstation\r\n# Version = 5.5x\r\nconfig.version = \"8\"\r\nvirtualHW.version = \"19\"\r\n"),
+              std::string::npos);
     LoadResult old = parseIn("config.version = \"7\"\nvirtualHW.version = \"3\"\n");
     EXPECT_EQ(formatNote(old.config), "") << "older than the newest target: nothing to say";
     EXPECT_TRUE(hasLine(writeVmxText(old.config), "virtualHW.version = \"3\""));
-
     r.config.retarget(kGsxServer, 1);  // the user picks GSX Server 3.x
-    std::string retargeted = writeVmxText(r.config);
-    EXPECT_TRUE(hasLine(retargeted, "config.version = \"7\""));
-    EXPECT_TRUE(hasLine(retargeted, "virtualHW.version = \"3\""));
-    EXPECT_EQ(formatNote(r.config), "");
-}
-
-TEST(ResaveFormatNumbers, PlatformWithoutVersionTakesItsLatestAndStays) {
+    EXPECT_NE(writeVmxText(r.config).find("config.version = \"7\"\r\nvirtualHW.version = \"3\"\r\n"), std::string::npos);
+    // A platform without a version takes its latest, and keeps it.
     std::string once = resaved("# Platform = GSX Server\nmemsize = \"64\"\n", 1);
     EXPECT_NE(once.find("# Platform = GSX Server\r\n# Version = 3.x\r\n"), std::string::npos);
-    LoadResult again = parseIn(once);
-    EXPECT_EQ(again.config.product.platform, kGsxServer);
-    EXPECT_EQ(again.config.product.version, 1);
     EXPECT_EQ(resaved(once, 1), once);
 }
 
-// 2. ".encoding" is the first line, with its value as read.
 TEST(ResaveEncoding, FirstLineBeforeTheValuesThatNeedIt) {
-    const std::string file = "displayName = \"Win\"\n"
-                             "sharedFolder0.present = \"TRUE\"\n"
-                             "sharedFolder0.hostPath = \"D:\\\\\xE5\x85\xB1\xE4\xBA\xAB\"\n"
-                             ".encoding = \"GBK\"\n";
-    std::string once = resaved(file, 1);
-    EXPECT_EQ(once.substr(0, once.find("\r\n")), ".encoding = \"GBK\"");
-    EXPECT_EQ(linesWithKey(once, ".encoding"), 1);
-    EXPECT_LT(once.find(".encoding"), once.find("hostPath"));
+    std::string once = resaved("displayName = \"Win\"\nsharedFolder0.present = \"TRUE\"\n"
+                               "sharedFolder0.hostPath = \"D:\\\\\xE5\x85\xB1\xE4\xBA\xAB\"\n.encoding = \"GBK\"\n", 1);
+    EXPECT_TRUE(once.starts_with(".encoding = \"GBK\"\r\n"));
+    EXPECT_EQ(keyLines(once, ".encoding").size(), 1u);
     EXPECT_EQ(resaved(once, 1), once);
 }
 
-// 3. Escapes both ways: any text round-trips, however many saves.
 TEST(ResaveEscapes, TextsSurviveFiveSaves) {
-    const std::string texts[] = {"say \"hi\"", "a|b", "pipe then hex |7C and |22", "tab\there", "end|",
-                                 "first line\r\nsecond line", "bell \x07 and del \x7F"};
-    for (const std::string& text : texts) {
-        SCOPED_TRACE(text);
-        VmConfiguration c = VmConfiguration::newMachine("M", "/vms/x/", "New VM", 1);
+    for (const std::string text : {"say \"hi\"", "a|b", "pipe then hex |7C and |22", "tab\there", "end|",
+                                   "first line\r\nsecond line", "bell \x07 and del \x7F", "two\nlines"}) {
+        VmConfiguration c = VmConfiguration::newMachine(text, "/vms/x/", "New VM", 1);
         c.identity.notes = text;
-        c.identity.displayName = text;
-        std::string written = resaved(writeVmxText(c), 5);
-        LoadResult back = parseIn(written);
+        LoadResult back = parseIn(resaved(writeVmxText(c), 5));
         EXPECT_EQ(back.config.identity.notes, text);
         EXPECT_EQ(back.config.identity.displayName, text);
+        EXPECT_TRUE(back.config.keptLines.empty()) << "a line break never starts a line of its own";
     }
-    VmConfiguration c = VmConfiguration::newMachine("M", "/vms/x/", "New VM", 1);
+    VmConfiguration c = VmConfiguration::newMachine("two\nlines", "/vms/x/", "New VM", 1);
     c.identity.notes = "say \"hi\" | ok";
-    EXPECT_TRUE(hasLine(writeVmxText(c), "annotation = \"say |22hi|22 |7C ok\""));
+    c.devices.findByNumber(DeviceType::Floppy, 0)->settings.set(".fileName", "/img/a\rb.flp");
+    const std::string text = writeVmxText(c);
+    for (const char* line : {"annotation = \"say |22hi|22 |7C ok\"", "displayName = \"two|0Alines\"", "floppy0.fileName = \"/img/a|0Db.flp\""})
+        EXPECT_TRUE(hasLine(text, line)) << line;
     EXPECT_EQ(parseIn("annotation = \"|22a|7cb|0d|0Ac\"\n").config.identity.notes, "\"a|b\r\nc");
 }
 
-// 4. Clustering writes exactly the twelve fixed lines.
 TEST(ResaveClustering, FixedValuesWinOverTheDisksOwn) {
-    const std::string file = "scsi0.present = \"TRUE\"\n"
-                             "scsi0:0.present = \"TRUE\"\n"
-                             "scsi0:0.fileName = \"disk.vmdk\"\n"
-                             "scsi0:0.mode = \"persistent\"\n"
-                             "scsi0:0.deviceType = \"scsi-hardDisk\"\n";
-    LoadResult r = parseIn(file);
+    LoadResult r = parseIn("scsi0.present = \"TRUE\"\nscsi0:0.present = \"TRUE\"\nscsi0:0.fileName = \"disk.vmdk\"\n"
+                           "scsi0:0.mode = \"persistent\"\nscsi0:0.deviceType = \"scsi-hardDisk\"\n");
     r.config.advanced.clusterEnabled = true;
-    std::string text = writeVmxText(r.config);
-    const char* fixed[] = {"disk.locking = \"FALSE\"", "diskLib.dataCacheMaxSize = \"0\"",
-                           "diskLib.dataCacheMaxReadAheadSize = \"0\"", "diskLib.dataCacheMinReadAheadSize = \"0\"",
-                           "diskLib.dataCachePageSize = \"4096\"", "diskLib.maxUnsyncedWrites = \"0\"",
-                           "scsi0:0.sharedBus = \"virtual\"", "scsi0:0.mode = \"independent-persistent\"",
-                           "scsi0:0.deviceType = \"plainDisk\"", "scsi0:1.sharedBus = \"virtual\"",
-                           "scsi0:1.mode = \"independent-persistent\"", "scsi0:1.deviceType = \"plainDisk\""};
-    for (const char* line : fixed) {
-        EXPECT_TRUE(hasLine(text, line)) << line;
-        EXPECT_EQ(linesWithKey(text, std::string_view(line).substr(0, std::string_view(line).find(" ="))), 1) << line;
-    }
+    const std::string text = writeVmxText(r.config);
+    for (const std::string line : {"disk.locking = \"FALSE\"", "diskLib.dataCacheMaxSize = \"0\"", "diskLib.dataCacheMaxReadAheadSize = \"0\"",
+                                   "diskLib.dataCacheMinReadAheadSize = \"0\"", "diskLib.dataCachePageSize = \"4096\"",
+                                   "diskLib.maxUnsyncedWrites = \"0\"", "scsi0:0.sharedBus = \"virtual\"",
+                                   "scsi0:0.mode = \"independent-persistent\"", "scsi0:0.deviceType = \"plainDisk\"",
+                                   "scsi0:1.sharedBus = \"virtual\"", "scsi0:1.mode = \"independent-persistent\"",
+                                   "scsi0:1.deviceType = \"plainDisk\""})
+        EXPECT_EQ(keyLines(text, line.substr(0, line.find(" ="))), Lines{line});
     EXPECT_EQ(resaved(text, 1), text);
-    // Turning clustering off gives the disk its own values back.
+    EXPECT_EQ(parseIn(text).config.devices.count(DeviceType::HardDisk), 1) << "no device appears from the fixed lines";
     r.config.advanced.clusterEnabled = false;
-    EXPECT_TRUE(hasLine(writeVmxText(r.config), "scsi0:0.mode = \"persistent\""));
+    const std::string off = writeVmxText(r.config);
+    EXPECT_TRUE(hasLine(off, "scsi0:0.mode = \"persistent\"")) << "the disk has its own values back";
+    EXPECT_EQ(off.find("diskLib"), std::string::npos);
 }
 
-// 5. A value the editor cannot use is kept as it was written; missing keys are not gained.
 TEST(ResaveUnusableValues, KeptAsWrittenWithANotice) {
-    struct Case { std::string line; std::string key; };
-    const Case cases[] = {
-        {"memsize = \" 256 \"", "memsize"},
-        {"debug = \"maybe\"", "debug"},
-        {"powerType.powerOff = \"off\"", "powerType.powerOff"},
-        {"priority.ungrabbed = \"low\"", "priority.ungrabbed"},
-        {"MemTrimRate = \"10\"", "MemTrimRate"},
-        {"sharedFolder.maxNum = \"many\"", "sharedFolder.maxNum"},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.line);
-        LoadResult r = parseIn("displayName = \"u\"\n" + c.line + "\n");
-        EXPECT_TRUE(noticed(r, 2, "the line is kept as written"));
-        std::string text = writeVmxText(r.config);
-        EXPECT_TRUE(hasLine(text, c.line));
-        EXPECT_EQ(linesWithKey(text, c.key), 1) << "the editor's own key is not written beside it";
+    for (const std::string line : {"memsize = \" 256 \"", "debug = \"maybe\"", "powerType.powerOff = \"off\"", "priority.ungrabbed = \"low\"",
+                                   "MemTrimRate = \"10\"", "sharedFolder.maxNum = \"many\"", "numvcpus = \"0\"", "numvcpus = \"160\""}) {
+        LoadResult r = parseIn("displayName = \"u\"\n" + line + "\n");
+        EXPECT_TRUE(noticed(r, 2, "the line is kept as written")) << line;
+        const std::string text = writeVmxText(r.config);
+        EXPECT_EQ(keyLines(text, line.substr(0, line.find(" ="))), Lines{line}) << "the editor's own key is not written beside it";
         EXPECT_EQ(resaved(text, 2), text);
     }
-}
+    // Two processors on a version that offers one are kept as written too.
+    LoadResult ws50 = parseIn("# Platform = Workstation\n# Version = 5.0x\nnumvcpus = \"2\"\n");
+    EXPECT_EQ(ws50.config.devices.count(DeviceType::Cpu), 1);
+    EXPECT_EQ(keyLines(writeVmxText(ws50.config), "numvcpus"), Lines{"numvcpus = \"2\""});
+    EXPECT_EQ(keyLines(resaved("numvcpus = \"2\"\n", 1), "numvcpus"), Lines{"numvcpus =\"2\""});
 
-TEST(ResaveUnusableValues, TheUsersOwnChangeReplacesTheKeptLine) {
-    LoadResult r = parseIn("memsize = \"lots\"\n");
-    for (const Device& m : r.config.devices.devices(DeviceType::Memory)) {
-        Device* memory = r.config.devices.find(DeviceType::Memory, m.identifier);
-        memory->settings.setNumber("memsize", 512);
-    }
-    std::string text = writeVmxText(r.config);
-    EXPECT_TRUE(hasLine(text, "memsize = \"512\""));
-    EXPECT_EQ(linesWithKey(text, "memsize"), 1);
+    LoadResult lots = parseIn("memsize = \"lots\"\n");
+    lots.config.devices.find(DeviceType::Memory, lots.config.devices.devices(DeviceType::Memory)[0].identifier)->settings.setNumber("memsize", 512);
+    EXPECT_EQ(keyLines(writeVmxText(lots.config), "memsize"), Lines{"memsize = \"512\""}) << "the user's own change replaces the kept line";
 }
 
 TEST(ResaveUnusableValues, MissingKeysAreNotGainedAndTheLastLineCounts) {
     std::string text = resaved("memsize = \"64\"\n", 1);
-    EXPECT_EQ(linesWithKey(text, "guestOS"), 0);
-    EXPECT_EQ(linesWithKey(text, "displayName"), 0);
-    EXPECT_EQ(linesWithKey(text, "numvcpus"), 0);
-
-    std::string laterBad = resaved("memsize = \"128\"\nmemsize = \"x\"\n", 1);
-    EXPECT_TRUE(hasLine(laterBad, "memsize = \"x\""));
-    EXPECT_EQ(linesWithKey(laterBad, "memsize"), 1);
-    std::string laterGood = resaved("memsize = \"x\"\nmemsize = \"128\"\n", 1);
-    EXPECT_TRUE(hasLine(laterGood, "memsize = \"128\""));
-    EXPECT_EQ(linesWithKey(laterGood, "memsize"), 1);
-    std::string device = resaved("ethernet0.present = \"TRUE\"\nethernet0.virtualDev = \"e1000\"\n"
-                                 "ethernet0.virtualDev = \"vmxnet3\"\n", 1);
-    EXPECT_TRUE(hasLine(device, "ethernet0.virtualDev = \"vmxnet3\""));
-    EXPECT_EQ(linesWithKey(device, "ethernet0.virtualDev"), 1);
+    EXPECT_EQ(keyLines(text, "guestOS").size() + keyLines(text, "displayName").size() + keyLines(text, "numvcpus").size(), 0u);
+    EXPECT_EQ(keyLines(resaved("memsize = \"128\"\nmemsize = \"x\"\n", 1), "memsize"), Lines{"memsize = \"x\""});
+    EXPECT_EQ(keyLines(resaved("memsize = \"x\"\nmemsize = \"128\"\n", 1), "memsize"), Lines{"memsize = \"128\""});
+    EXPECT_EQ(keyLines(resaved("ethernet0.present = \"TRUE\"\nethernet0.virtualDev = \"e1000\"\nethernet0.virtualDev = \"vmxnet3\"\n", 1),
+                       "ethernet0.virtualDev"),
+              Lines{"ethernet0.virtualDev = \"vmxnet3\""});
 }
 
-// 6. Kept lines follow their device.
 TEST(ResaveDeviceLines, FollowRenumberingAndGoWithTheDevice) {
-    LoadResult r = parseIn("ethernet0.present = \"TRUE\"\nethernet0.pvnID = \"aa\"\n"
-                           "ethernet1.present = \"TRUE\"\nethernet1.pvnID = \"bb\"\n"
-                           "sharedFolder1.present = \"TRUE\"\nsharedFolder1.hostPath = \"/srv\"\n"
-                           "sharedFolder1.followSymlinks = \"TRUE\"\n");
+    LoadResult r = parseIn("ethernet0.present = \"TRUE\"\nethernet0.pvnID = \"aa\"\nethernet1.present = \"TRUE\"\nethernet1.pvnID = \"bb\"\n"
+                           "sharedFolder1.present = \"TRUE\"\nsharedFolder1.hostPath = \"/srv\"\nsharedFolder1.followSymlinks = \"TRUE\"\n");
     VmConfiguration& c = r.config;
     std::string text = writeVmxText(c);
     EXPECT_TRUE(hasLine(text, "sharedFolder0.followSymlinks = \"TRUE\"")) << "the folder is numbered from 0";
-    EXPECT_EQ(linesWithKey(text, "sharedFolder1.followSymlinks"), 0);
-
-    std::string first = c.devices.findByNumber(DeviceType::Network, 0)->identifier;
-    c.devices.remove(DeviceType::Network, first);
+    EXPECT_TRUE(keyLines(text, "sharedFolder1.followSymlinks").empty());
+    c.devices.remove(DeviceType::Network, c.devices.findByNumber(DeviceType::Network, 0)->identifier);
     c.devices.findByNumber(DeviceType::Network, 1)->number = 0;
     c.sharedFolders.folders.clear();
     text = writeVmxText(c);
-    EXPECT_TRUE(hasLine(text, "ethernet0.pvnID = \"bb\""));
+    EXPECT_EQ(keyLines(text, "ethernet0.pvnID"), Lines{"ethernet0.pvnID = \"bb\""});
     EXPECT_EQ(text.find("\"aa\""), std::string::npos) << "a removed adapter takes its lines along";
-    EXPECT_EQ(linesWithKey(text, "ethernet1.pvnID"), 0);
     EXPECT_EQ(text.find("followSymlinks"), std::string::npos);
-}
-
-// 7. The folder comparison follows the file system: with case on POSIX.
-TEST(ResavePaths, FolderComparedAsTheFileSystemDoes) {
-#ifdef _WIN32
-    EXPECT_EQ(relativeToVmxFolder("C:\\VMS\\A\\disk.vmdk", "c:\\vms\\a\\"), "disk.vmdk");
-#else
-    EXPECT_EQ(relativeToVmxFolder("/VMS/A/disk.vmdk", "/vms/a/"), "/VMS/A/disk.vmdk");
-    EXPECT_EQ(relativeToVmxFolder("/vms/a/disk.vmdk", "/vms/a/"), "disk.vmdk");
-#endif
-}
-
-// 10. Line breaks and control characters never start a new line; CR-only files are read by line.
-TEST(ResaveLineBreaks, ADisplayNameWithALineBreakStaysOneLine) {
-    VmConfiguration c = VmConfiguration::newMachine("two\nlines", "/vms/x/", "New VM", 1);
-    c.devices.findByNumber(DeviceType::Floppy, 0)->settings.set(".fileName", "/img/a\rb.flp");
-    std::string text = resaved(writeVmxText(c), 3);
-    EXPECT_TRUE(hasLine(text, "displayName = \"two|0Alines\""));
-    EXPECT_TRUE(hasLine(text, "floppy0.fileName = \"/img/a|0Db.flp\""));
-    LoadResult back = parseIn(text);
-    EXPECT_EQ(back.config.identity.displayName, "two\nlines");
-    EXPECT_EQ(back.config.keptLines, std::vector<std::string>{}) << "nothing was injected";
 }
 
 TEST(ResaveLineBreaks, CarriageReturnOnlyFilesAreReadLineByLine) {
     LoadResult r = parseIn("displayName = \"cr\"\rmemsize = \"64\"\rguestOS = \"otherlinux\"\r");
-    EXPECT_EQ(r.config.identity.displayName, "cr");
-    EXPECT_EQ(r.config.product.guestId, "otherlinux");
+    EXPECT_EQ(r.config.identity.displayName + " " + r.config.product.guestId, "cr otherlinux");
     EXPECT_TRUE(noticed(r, 1, "carriage return alone"));
     EXPECT_TRUE(r.config.keptLines.empty());
-}
-
-// 11. Processors the lists cannot show are kept as written.
-TEST(ResaveProcessors, CountsOutsideTheListAreKept) {
-    struct Case { std::string file; int cpus; bool kept; };
-    const Case cases[] = {
-        {"numvcpus = \"0\"\n", 1, true},
-        {"numvcpus = \"160\"\n", 1, true},
-        {"numvcpus = \"2\"\n", 2, false},
-        {"# Platform = Workstation\n# Version = 5.0x\nnumvcpus = \"2\"\n", 1, true},
-    };
-    for (const Case& c : cases) {
-        SCOPED_TRACE(c.file);
-        LoadResult r = parseIn(c.file);
-        EXPECT_EQ(r.config.devices.count(DeviceType::Cpu), c.cpus);
-        std::string text = writeVmxText(r.config);
-        std::string line = c.file.substr(c.file.find("numvcpus"));
-        line.pop_back();
-        EXPECT_EQ(hasLine(text, line), c.kept);
-        EXPECT_EQ(linesWithKey(text, "numvcpus"), 1);
-        EXPECT_EQ(r.notices.empty(), !c.kept);
-    }
 }

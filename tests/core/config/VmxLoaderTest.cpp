@@ -1,11 +1,7 @@
 #include "core/config/VmxLoader.h"
 
 #include "core/config/VmxWriter.h"
-#include "core/hardware/DeviceTexts.h"
-#include "core/support/TextUtil.h"
 
-#include <random>
-#include <set>
 #include "TestSupport.h"
 #include "VmxTestSupport.h"
 
@@ -23,27 +19,21 @@ const Device* onNode(const VmConfiguration& c, const char* bus, int ctl, int nod
 }  // namespace
 
 TEST(VmxLoader, SplitsKeysAndValuesAsTheProductDoes) {
-    auto r = parse("displayName = \"My \"quoted\" VM\"\n"
-                   "   GuestOS= \"winNetStandard\"  \r\n"
-                   "MEMSIZE=\"512\"\n"
-                   "numvcpus =\"2\"\n"
-                   "paevm = \"TRUE\"\n"
-                   "annotation = \"one|0D|0Atwo|0Athree\"\n"
+    auto r = parse("displayName = \"My \"quoted\" VM\"\n" "   GuestOS= \"winNetStandard\"  \r\n" "MEMSIZE=\"512\"\n"
+                   "numvcpus =\"2\"\n" "paevm = \"TRUE\"\n" "annotation = \"one|0D|0Atwo|0Athree\"\n"
                    "workingDir = \"..\\work\"\n");
     ASSERT_TRUE(r.ok);
     const VmConfiguration& c = r.config;
-    EXPECT_EQ(c.identity.displayName, "My quoted VM");
-    EXPECT_EQ(c.product.guestId, "winNetStandard");
-    EXPECT_EQ(c.product.guestFamily, kFamilyWindows);
-    EXPECT_EQ(c.product.guestVersion, 12);
-    EXPECT_EQ(c.identity.notes, "one\r\ntwo\nthree");
-    EXPECT_EQ(c.identity.workingDir, "..\\work");
+    EXPECT_EQ(std::tuple(c.identity.displayName, c.identity.notes, c.identity.workingDir),
+              std::tuple("My quoted VM", "one\r\ntwo\nthree", "..\\work"));
+    EXPECT_EQ(std::tuple(c.product.guestId, c.product.guestFamily, c.product.guestVersion), std::tuple("winNetStandard", kFamilyWindows, 12));
     EXPECT_EQ(c.devices.count(DeviceType::Cpu), 2);
     EXPECT_TRUE(c.devices.devices(DeviceType::Cpu)[0].settings.flag("pae", false));
     EXPECT_EQ(c.devices.devices(DeviceType::Memory)[0].settings.number("memsize"), 512);
     EXPECT_TRUE(c.keptLines.empty());
-    EXPECT_EQ(c.identity.vmxFolder, "/vms/x/");
-    EXPECT_EQ(c.identity.vmxFileName, "x.vmx");
+    // Older files name the generic Linux guest "linux".
+    const VmConfiguration old = parse("guestOS = \"linux\"\n").config;
+    EXPECT_EQ(guestVersions(old.product.guestFamily)[static_cast<std::size_t>(old.product.guestVersion)].identifier, "otherlinux");
 }
 
 TEST(VmxLoader, OwnBannersAreNotKept) {
@@ -58,11 +48,9 @@ TEST(VmxLoader, OwnBannersAreNotKept) {
 
 TEST(VmxLoader, PlatformAndVersionComments) {
     auto gsx = parse("# Platform = GSX Server\n# Version = 3.x\n");
-    EXPECT_EQ(gsx.config.product.platform, kGsxServer);
-    EXPECT_EQ(gsx.config.product.version, 1);
+    EXPECT_EQ((std::pair<int, int>(gsx.config.product.platform, gsx.config.product.version)), (std::pair<int, int>(kGsxServer, 1)));
     auto ws = parse("# Platform = Workstation\n# Version = 3.x\n");
-    EXPECT_EQ(ws.config.product.platform, kWorkstation);
-    EXPECT_EQ(ws.config.product.version, 0);
+    EXPECT_EQ((std::pair<int, int>(ws.config.product.platform, ws.config.product.version)), (std::pair<int, int>(kWorkstation, 0)));
     auto odd = parse("# Platform = Player\n# Version = 4.5x\n");
     EXPECT_EQ(odd.config.product.platform, kPlayer);
     EXPECT_EQ(odd.config.keptLines, std::vector<std::string>{"# Version = 4.5x"});
@@ -74,10 +62,8 @@ TEST(VmxLoader, DeviceKinds) {
                    "ide1:0.deviceType = \"cdrom-image\"\nide1:0.fileName = \"x.iso\"\n"
                    "ide1:1.deviceType = \"scsi-passthru\"\nide1:1.fileName = \"/dev/sg0\"\n"
                    "scsi0:2.deviceType = \"scsi-passthru\"\nscsi0:2.fileName = \"/dev/sg1\"\n"
-                   "scsi0:3.deviceType = \"atapi-cdrom\"\n"
-                   "scsi0:4.fileName = \"boot.iso\"\n"
-                   "scsi0:5.deviceType = \"rawDisk\"\n"
-                   "scsi0:6.redo = \"\"\n");
+                   "scsi0:3.deviceType = \"atapi-cdrom\"\n" "scsi0:4.fileName = \"boot.iso\"\n"
+                   "scsi0:5.deviceType = \"rawDisk\"\n" "scsi0:6.redo = \"\"\n");
     ASSERT_TRUE(r.ok);
     const VmConfiguration& c = r.config;
     EXPECT_EQ(onNode(c, "IDE", 0, 0)->type, DeviceType::HardDisk);
@@ -91,83 +77,35 @@ TEST(VmxLoader, DeviceKinds) {
     EXPECT_EQ(onNode(c, "SCSI", 0, 5)->type, DeviceType::HardDisk);
     EXPECT_EQ(onNode(c, "SCSI", 0, 6), nullptr) << "a sub-key the editor does not manage creates no device";
     EXPECT_EQ(c.keptLines, std::vector<std::string>{"scsi0:6.redo = \"\""});
-    EXPECT_EQ(onNode(c, "SCSI", 0, 2)->node.DeviceType(), "Generic SCSI Device");
-    EXPECT_EQ(c.devices.count(DeviceType::CdRom), 3);
 }
 
 TEST(VmxLoader, OptionKeysAndUnmappedValues) {
-    auto r = parse("isolation.tools.paste.enabled = \"FALSE\"\n"
-                   "isolation.tools.copy.disable = \"true\"\n"
-                   "snapshot.action = \"AUTOCOMMIT\"\n"
-                   "snapshot.disabled = \"TRUE\"\n"
-                   "priority.ungrabbed = \"idle\"\n"
-                   "priority.grabbed = \"superhigh\"\n"
-                   "MemTrimRate = \"0\"\n"
-                   "disk.locking = \"false\"\n"
-                   "gui.fullScreenAtPowerOn = \"TRUE\"\n"
-                   "gui.restricted = \"TRUE\"\n"
-                   "ethernet0.virtualDev = \"vmxnet3\"\n"
-                   "ethernet0.present = \"TRUE\"\n"
-                   "sharedFolder.maxNum = \"0\"\n"
-                   "sharedFolder0.hostPath = \"/srv\"\n"
-                   "sharedFolder0.writeAccess = \"FALSE\"\n"
+    auto r = parse("isolation.tools.paste.enabled = \"FALSE\"\n" "isolation.tools.copy.disable = \"true\"\n"
+                   "snapshot.action = \"AUTOCOMMIT\"\n" "snapshot.disabled = \"TRUE\"\n" "priority.ungrabbed = \"idle\"\n"
+                   "priority.grabbed = \"superhigh\"\n" "MemTrimRate = \"0\"\n" "disk.locking = \"false\"\n"
+                   "gui.fullScreenAtPowerOn = \"TRUE\"\n" "gui.restricted = \"TRUE\"\n"
+                   "ethernet0.virtualDev = \"vmxnet3\"\n" "ethernet0.present = \"TRUE\"\n" "sharedFolder.maxNum = \"0\"\n"
+                   "sharedFolder0.hostPath = \"/srv\"\n" "sharedFolder0.writeAccess = \"FALSE\"\n"
                    "sharedFolder0.expiration = \"session\"\n");
     ASSERT_TRUE(r.ok);
     const VmConfiguration& c = r.config;
-    EXPECT_FALSE(c.isolation.pasteAllowed);
-    EXPECT_FALSE(c.isolation.copyAllowed);
-    EXPECT_TRUE(c.isolation.dragAndDropAllowed);
-    EXPECT_EQ(c.snapshots.action, 2);
-    EXPECT_FALSE(c.snapshots.allowed);
+    EXPECT_EQ(std::tuple(c.isolation.pasteAllowed, c.isolation.copyAllowed, c.isolation.dragAndDropAllowed), std::tuple(false, false, true));
+    EXPECT_EQ(std::pair(c.snapshots.action, c.snapshots.allowed), std::pair(2, false));
     EXPECT_EQ(c.advanced.ungrabbedPriority, 0);
     EXPECT_EQ(c.advanced.grabbedPriority, 0) << "an unknown word leaves the new-machine value";
     EXPECT_EQ(c.heldKeys.count("priority.grabbed"), 1u) << "and the file's own line stands in for it";
-    EXPECT_TRUE(c.advanced.memPageTrim);
-    EXPECT_TRUE(c.advanced.clusterEnabled);
-    EXPECT_TRUE(c.power.fullScreenAfterPowerOn);
+    EXPECT_TRUE(c.advanced.memPageTrim && c.advanced.clusterEnabled && c.power.fullScreenAfterPowerOn);
     ASSERT_EQ(c.sharedFolders.folders.size(), 1u);
-    EXPECT_TRUE(c.sharedFolders.folders[0].readOnly);
-    EXPECT_TRUE(c.sharedFolders.folders[0].disableAfterSession);
+    EXPECT_TRUE(c.sharedFolders.folders[0].readOnly && c.sharedFolders.folders[0].disableAfterSession);
     const Device* nic = c.devices.findByNumber(DeviceType::Network, 0);
-    ASSERT_NE(nic, nullptr);
-    EXPECT_FALSE(nic->settings.has(".virtualDev"));
+    ASSERT_TRUE(nic && !nic->settings.has(".virtualDev"));
     // Lines whose values the editor cannot show are kept and written back as they stand.
     EXPECT_EQ(c.keptLines, (std::vector<std::string>{"priority.grabbed = \"superhigh\"", "gui.restricted = \"TRUE\"",
                                                      "sharedFolder.maxNum = \"0\""}));
     EXPECT_EQ(nic->keptLines, (std::vector<KeptKeyLine>{{".virtualDev", " = \"vmxnet3\""}}));
     std::string text = writeVmxText(c);
-    EXPECT_TRUE(hasLine(text, "priority.grabbed = \"superhigh\""));
-    EXPECT_EQ(text.find("priority.grabbed = \"normal\""), std::string::npos);
-    EXPECT_NE(text.find("\r\nethernet0.virtualDev = \"vmxnet3\"\r\n"), std::string::npos);
-    EXPECT_NE(text.find("\r\ngui.restricted = \"TRUE\"\r\n"), std::string::npos);
-}
-
-TEST(VmxLoader, ClusteringSurvivesRepeatedSaves) {
-    VmConfiguration m = VmConfiguration::newMachine("C", "/vms/x/", "New VM", 1);
-    m.advanced.clusterEnabled = true;
-    m.devices.createDevice(DeviceType::ScsiController);
-    Device& disk = m.devices.createDevice(DeviceType::HardDisk);
-    disk.node.setControllerType("SCSI");
-    disk.node.setControllerNumber(0);
-    disk.node.setNodeNumber(0);
-    disk.settings.set(".fileName", "/vms/x/shared.vmdk");
-    disk.settings.set(".mode", "independent-persistent");
-    std::string first = writeVmxText(m);
-    std::string text = first;
-    for (int i = 0; i < 3; ++i) {
-        auto r = parse(text);
-        ASSERT_TRUE(r.ok);
-        EXPECT_TRUE(r.config.advanced.clusterEnabled);
-        EXPECT_EQ(r.config.devices.count(DeviceType::HardDisk), 1) << "no device appears from the fixed clustering keys";
-        text = writeVmxText(r.config);
-        EXPECT_EQ(text, first);
-    }
-    // Clustering switched off: its lines go away and do not come back as kept lines.
-    auto r = parse(first);
-    r.config.advanced.clusterEnabled = false;
-    std::string off = writeVmxText(r.config);
-    EXPECT_EQ(off.find("diskLib"), std::string::npos);
-    EXPECT_EQ(off.find("sharedBus"), std::string::npos);
+    EXPECT_EQ(test::keyLines(text, "priority.grabbed"), test::Lines{"priority.grabbed = \"superhigh\""});
+    EXPECT_TRUE(hasLine(text, "ethernet0.virtualDev = \"vmxnet3\"") && hasLine(text, "gui.restricted = \"TRUE\""));
 }
 
 TEST(VmxLoader, NoticesForOddLinesAndRefusalsForNonText) {
@@ -175,14 +113,12 @@ TEST(VmxLoader, NoticesForOddLinesAndRefusalsForNonText) {
     ASSERT_TRUE(r.ok);
     EXPECT_EQ(r.config.devices.devices(DeviceType::Memory)[0].settings.number("memsize"), 64) << "a byte-order mark is not part of the first key";
     ASSERT_EQ(r.notices.size(), 3u);
-    EXPECT_EQ(r.notices[0].line, 2);
-    EXPECT_EQ(r.notices[1].line, 3);
+    EXPECT_EQ(std::pair(r.notices[0].line, r.notices[1].line), std::pair(2, 3));
     EXPECT_NE(r.notices[1].text.find("unbalanced"), std::string::npos);
     EXPECT_EQ(r.config.keptLines[0], "THIS IS NEW INFORMATION.");
 
     auto binary = parse(std::string("memsize = \"64\"\n\x7f" "ELF\x02\x01\x00\x00", 24));
-    EXPECT_FALSE(binary.ok);
-    ASSERT_TRUE(binary.error);
+    ASSERT_TRUE(!binary.ok && binary.error);
     EXPECT_NE(binary.error->text[0].literal.find("/vms/x/x.vmx"), std::string::npos);
     EXPECT_NE(binary.error->text[0].literal.find("binary"), std::string::npos);
 
@@ -192,7 +128,6 @@ TEST(VmxLoader, NoticesForOddLinesAndRefusalsForNonText) {
 
     // Bytes of other code pages are kept exactly.
     auto korean = parse("displayName = \"\xBD\xC7\xC7\xE0\"\nunknown.key = \"\xE5\xA4?\"\n");
-    ASSERT_TRUE(korean.ok);
     EXPECT_EQ(korean.config.identity.displayName, "\xBD\xC7\xC7\xE0");
     EXPECT_EQ(korean.config.keptLines[0], "unknown.key = \"\xE5\xA4?\"");
 }
@@ -210,67 +145,3 @@ TEST(VmxLoader, NoticesStopAtAHundredAndCountTheRest) {
     EXPECT_EQ(r.config.keptLines.size(), 150u) << "every line is still kept";
 }
 
-TEST(VmxLoader, FileErrorsNameTheFile) {
-    test::ScratchDir dir;
-    auto missing = loadVmxFile(dir / "missing.vmx");
-    ASSERT_FALSE(missing.ok);
-    EXPECT_NE(missing.error->text[0].literal.find("missing.vmx"), std::string::npos);
-    auto folder = loadVmxFile(dir.path());
-    ASSERT_FALSE(folder.ok);
-    test::writeBytes(dir / "ok.vmx", "memsize = \"128\"\r\n");
-    auto ok = loadVmxFile(dir / "ok.vmx");
-    ASSERT_TRUE(ok.ok);
-    EXPECT_EQ(ok.config.identity.vmxFolder, (dir.path() / "").string());
-    EXPECT_EQ(ok.config.identity.vmxFileName, "ok.vmx");
-}
-
-// Lines cut and spliced from real files at random: whatever the loader makes of them, the
-// written text is well formed and a second save changes nothing.
-TEST(VmxLoader, SplicedRealLinesAlwaysGiveAWellFormedStableFile) {
-    ARDEN_REQUIRE_CORPUS();
-    std::vector<std::string> pool;
-    for (const auto& f : test::corpusFiles("vmx", ".vmx")) {
-        std::string text = test::readBytes(f);
-        std::size_t pos = 0;
-        while (pos < text.size()) {
-            std::size_t eol = text.find('\n', pos);
-            if (eol == std::string::npos) eol = text.size();
-            pool.push_back(text.substr(pos, eol - pos));
-            pos = eol + 1;
-        }
-    }
-    ASSERT_GT(pool.size(), 1000u);
-    std::mt19937 rng(20261123);
-    for (int round = 0; round < 300; ++round) {
-        std::string input;
-        int lines = 1 + static_cast<int>(rng() % 120);
-        for (int i = 0; i < lines; ++i) {
-            std::string line = pool[rng() % pool.size()];
-            switch (rng() % 6) {
-                case 0: if (!line.empty()) line.erase(rng() % line.size()); break;       // cut short
-                case 1: for (char& c : line) c = static_cast<char>(std::toupper(static_cast<unsigned char>(c))); break;
-                case 2: line += "\"\""; break;                                            // stray quotes
-                default: break;
-            }
-            input += line + ((rng() % 2) ? "\r\n" : "\n");
-        }
-        auto first = parse(input);
-        ASSERT_TRUE(first.ok);
-        std::string once = writeVmxText(first.config);
-        auto second = parse(once);
-        ASSERT_TRUE(second.ok);
-        std::string twice = writeVmxText(second.config);
-        ASSERT_EQ(twice, once) << "round " << round << "\n" << input;
-        std::set<std::string> keys;
-        std::size_t pos = 0;
-        while (pos < once.size()) {
-            std::size_t eol = once.find("\r\n", pos);
-            ASSERT_NE(eol, std::string::npos);
-            std::string_view line(once.data() + pos, eol - pos);
-            pos = eol + 2;
-            std::string_view t = trimBlanks(line);
-            if (t.empty() || t.front() == '#' || t.find('=') == std::string_view::npos) continue;
-            ASSERT_TRUE(keys.insert(toLowerAscii(trimBlanks(t.substr(0, t.find('='))))).second) << line;
-        }
-    }
-}

@@ -26,45 +26,23 @@ std::string headerBytes(const SparseExtentLayout& layout) {
 }  // namespace
 
 TEST(SparseExtentLayout, RoundingGivesTheExtraGrainAndTable) {
-    // A full sparse piece: 32,752 grains would do, the rounding gives 32,753 and so 65 tables.
+    // A full sparse piece: 32,752 grains would do, the rounding gives 32,753 and so 65 tables;
+    // the metadata ends at sector 523: five grains.
     SparseExtentLayout full = sparseExtentLayout(4192256);
-    EXPECT_EQ(full.grains, 32753);
-    EXPECT_EQ(full.grainTables, 65);
-    EXPECT_EQ(full.directory, 1 + 1 + 65 * 4);
-    EXPECT_EQ(full.overhead, 640);  // metadata ends at sector 523: five grains
-
-    SparseExtentLayout one = sparseExtentLayout(1);
-    EXPECT_EQ(one.grains, 1);
-    EXPECT_EQ(one.directory, 6);
-    EXPECT_EQ(one.overhead, 128);
-
-    // 128 n sectors and 128 n + 1 sectors both get n + 1 grains.
-    EXPECT_EQ(sparseExtentLayout(128 * 10).grains, 11);
-    EXPECT_EQ(sparseExtentLayout(128 * 10 + 1).grains, 11);
-    EXPECT_EQ(sparseExtentLayout(128 * 10 + 65).grains, 12);  // 11.5 goes to the even 12
-    EXPECT_EQ(sparseExtentLayout(128 * 10 + 64).grains, 11);
-    // 512 grains need one table, yet (512 + 512 - 1) / 512 rounds to 2.
-    EXPECT_EQ(sparseExtentLayout(128 * 511 + 1).grainTables, 2);
-    // A directory spills into a second sector only past 128 tables.
-    EXPECT_EQ(sparseExtentLayout(128 * 512 * 128).directorySectors, 2);
+    EXPECT_EQ(std::tuple(full.grains, full.grainTables, full.directory, full.overhead), std::tuple(32753, 65, 262, 640));
+    EXPECT_EQ(std::tuple(sparseExtentLayout(1).grains, sparseExtentLayout(1).directory, sparseExtentLayout(1).overhead), std::tuple(1, 6, 128));
+    // 128 n and 128 n + 1 sectors both get n + 1 grains; 11.5 goes to the even 12.
+    const std::pair<std::int64_t, std::int64_t> grains[] = {{1280, 11}, {1281, 11}, {1344, 11}, {1345, 12}};
+    for (const auto& [sectors, n] : grains) EXPECT_EQ(sparseExtentLayout(sectors).grains, n) << sectors;
+    EXPECT_EQ(sparseExtentLayout(128 * 511 + 1).grainTables, 2) << "512 grains need one table, yet the rounding gives 2";
+    EXPECT_EQ(sparseExtentLayout(128 * 512 * 128).directorySectors, 2) << "past 128 tables the directory takes two sectors";
     EXPECT_EQ(sparseExtentLayout(128 * 512 * 127 - 128).directorySectors, 1);
-}
 
-// The fixed header fields are compared with a VMware extent below; these are the ones that depend on the size.
-TEST(SparseExtentHeader, SizeDependentFieldsAndDirectory) {
-    SparseExtentLayout l = sparseExtentLayout(4192256);
-    std::string h = headerBytes(l);
-    EXPECT_EQ(le(h, 12, 8), 4192256u);
-    EXPECT_EQ(le(h, 56, 8), static_cast<std::uint64_t>(l.directory));
-    EXPECT_EQ(le(h, 64, 8), 640u);
-    EXPECT_EQ(h.substr(72, 5), std::string("\0\n \r\n", 5));
-    EXPECT_EQ(h.substr(77), std::string(512 - 77, '\0'));
-
-    std::string gd = grainDirectoryBytes(l, 2);
-    ASSERT_EQ(gd.size(), 512u);
-    EXPECT_EQ(le(gd, 0, 4), 2u);
-    EXPECT_EQ(le(gd, 4 * 64, 4), 2u + 64 * 4);
-    EXPECT_EQ(le(gd, 4 * 65, 4), 0u) << "entries past the last table stay zero";
+    std::string h = headerBytes(full);
+    EXPECT_EQ(std::tuple(le(h, 12, 8), le(h, 56, 8), le(h, 64, 8)), std::tuple(4192256u, 262u, 640u));
+    EXPECT_EQ(h.substr(72), std::string("\0\n \r\n", 5) + std::string(512 - 77, '\0'));
+    std::string gd = grainDirectoryBytes(full, 2);
+    EXPECT_EQ(std::tuple(le(gd, 0, 4), le(gd, 4 * 64, 4), le(gd, 4 * 65, 4)), std::tuple(2u, 258u, 0u));
 }
 
 TEST(SparseExtentHeader, SameConstantsAndPlacementAsAVMwareExtent) {
@@ -99,8 +77,7 @@ TEST(SparseExtentWriter, WritesMetadataOnlyAndNeverOverwrites) {
               std::string(static_cast<std::size_t>(l.directory * 512) - 1024, '\0'));
 
     struct stat st {};
-    ASSERT_EQ(::stat(file.c_str(), &st), 0);
-    EXPECT_LE(st.st_blocks * 512, 64 * 1024) << "the empty extent is not filled with zeros";
+    EXPECT_TRUE(::stat(file.c_str(), &st) == 0 && st.st_blocks * 512 <= 64 * 1024) << "the empty extent is not filled with zeros";
 
     std::string before = arden::test::readBytes(file);
     auto again = writeSparseExtent(file, 1000);

@@ -53,33 +53,21 @@ TEST(AddHardwareOffers, PlatformWithOneScsiControllerAndTwoCpus) {
     // The CPU row is an equality: with a maximum of two, one CPU offers it, zero and two do not.
     const DeviceMaxima ws55 = maximaOf(1, 4);
     ASSERT_EQ(ws55.cpus, 2);
-    for (auto [cpus, offeredCpu] : {std::pair{0, false}, {1, true}, {2, false}}) {
+    for (auto [cpus, offeredCpu] : {std::pair{0, false}, {1, true}, {2, false}})
         EXPECT_EQ(canAddDevice(DeviceType::Cpu, cpus, ws55), offeredCpu) << cpus;
-    }
-    EXPECT_TRUE(canAddDevice(DeviceType::Cpu, 0, ws45));
-    EXPECT_FALSE(canAddDevice(DeviceType::Cpu, 1, ws45));
 }
 
 TEST(AddHardwareOffers, PlatformWithoutScsiOrAdapters) {
     const DeviceMaxima none{1, 0, 0};
-    EXPECT_EQ(offered(counts({{DeviceType::Cpu, 1}, {DeviceType::Memory, 1}, {DeviceType::HardDisk, 3}}), none),
-              "Floppy Drive, Parallel Port, Serial Port, Sound Adapter, USB Controller, IDE Controller, Hard Disk, "
-              "DVD/CD-ROM Drive, Display, Mouse");
-    // Four IDE nodes: the fourth disk is offered, a fifth is not.
-    EXPECT_FALSE(canAddDevice(DeviceType::HardDisk, 4, none));
-    EXPECT_FALSE(canAddDevice(DeviceType::GenericScsi, 0, none));
-    EXPECT_FALSE(canAddDevice(DeviceType::Network, 0, none));
-    EXPECT_FALSE(canAddDevice(DeviceType::ScsiController, 0, none));
+    EXPECT_EQ(offered(counts({{DeviceType::Cpu, 1}, {DeviceType::Memory, 1}, {DeviceType::HardDisk, 4}}), none),
+              "Floppy Drive, Parallel Port, Serial Port, Sound Adapter, USB Controller, IDE Controller, "
+              "DVD/CD-ROM Drive, Display, Mouse")
+        << "four IDE nodes hold four disks; no SCSI device or adapter without a controller";
 }
 
 TEST(AddHardwareOffers, InfoTextsAndOkButton) {
     const DeviceMaxima ws45{1, 3, 1};
-    struct Case {
-        DeviceType type;
-        int count;
-        bool ok;
-        std::string text;
-    };
+    struct Case { DeviceType type; int count; bool ok; std::string text; };
     const Case cases[] = {
         {DeviceType::HardDisk, 0, true, "Add a Hard Disk."},
         {DeviceType::HardDisk, 11, false, "The maximum number ofHard Disks has already been added to this virtual machine."},
@@ -94,9 +82,6 @@ TEST(AddHardwareOffers, InfoTextsAndOkButton) {
 }
 
 TEST(RemoveHardware, MemoryAndTheLastCpuStay) {
-    EXPECT_FALSE(canRemoveDevice(DeviceType::Memory, 1));
-    EXPECT_FALSE(canRemoveDevice(DeviceType::Cpu, 1));
-    EXPECT_TRUE(canRemoveDevice(DeviceType::Cpu, 2));
-    EXPECT_TRUE(canRemoveDevice(DeviceType::CdRom, 1));
-    EXPECT_FALSE(canRemoveDevice(DeviceType::CdRom, 0));
+    EXPECT_FALSE(canRemoveDevice(DeviceType::Memory, 1) || canRemoveDevice(DeviceType::Cpu, 1));
+    EXPECT_TRUE(canRemoveDevice(DeviceType::Cpu, 2) && canRemoveDevice(DeviceType::CdRom, 1));
 }

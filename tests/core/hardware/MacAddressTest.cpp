@@ -11,45 +11,27 @@ namespace {
 std::string title(const Message& m) { return resolveText(m.title, 0); }
 std::string text(const Message& m) { return resolveText(m.text, 0); }
 
-struct OctetCase {
-    MacMode mode;
-    int position;
-    const char* typed;
-    const char* stored;  // nullptr: refused
-};
-
 }  // namespace
 
 TEST(MacOctet, EachPositionInBothModes) {
-    const MacMode G = MacMode::Generated, S = MacMode::Static;
-    const OctetCase cases[] = {
-        // box 0 is "00" in both modes
-        {G, 0, "00", "00"}, {S, 0, "00", "00"}, {G, 0, "01", nullptr}, {S, 0, "000", nullptr}, {G, 0, "0", nullptr},
-        // box 1: "0C" generated, "50" static
-        {G, 1, "0c", "0C"}, {G, 1, "50", nullptr}, {S, 1, "50", "50"}, {S, 1, "0C", nullptr},
-        // box 2: "29" generated, "56" static
-        {G, 2, "29", "29"}, {G, 2, "56", nullptr}, {S, 2, "56", "56"}, {S, 2, "29", nullptr},
-        // box 3: 00-FF generated, 00-3F static
-        {G, 3, "FF", "FF"}, {G, 3, "a0", "A0"}, {G, 3, "4G", nullptr},
-        {S, 3, "3F", "3F"}, {S, 3, "3f", "3F"}, {S, 3, "00", "00"}, {S, 3, "40", nullptr}, {S, 3, "F0", nullptr},
-        {S, 3, "3G", nullptr},
-        // boxes 4 and 5: any two hexadecimal digits
-        {G, 4, "zz", nullptr}, {S, 4, "ab", "AB"}, {G, 5, "9f", "9F"}, {S, 5, "4G", nullptr},
-        {S, 5, "0", nullptr}, {G, 4, "000", nullptr}, {S, 4, " 1", nullptr}, {G, 5, "-1", nullptr},
-    };
-    for (const OctetCase& c : cases) {
-        std::string stored = "unchanged";
-        const bool ok = checkMacOctet(c.mode, c.position, c.typed, stored);
-        SCOPED_TRACE(std::string(c.mode == S ? "static" : "generated") + " box " + std::to_string(c.position) + " \"" +
-                     c.typed + "\"");
-        EXPECT_EQ(ok, c.stored != nullptr);
-        if (c.stored) {
-            EXPECT_EQ(stored, c.stored);
+    // Per box, the texts typed in generated and in static mode and what each stores ("-": refused).
+    // Box 0 is "00"; box 1 "0C" generated, "50" static; box 2 "29" / "56"; box 3 00-FF / 00-3F;
+    // boxes 4 and 5 any two hexadecimal digits.
+    const std::tuple<int, const char*, const char*, const char*> cases[] = {
+        {0, "00", "00", "00"}, {0, "01", "-", "-"},   {0, "0", "-", "-"},    {1, "0c", "0C", "-"}, {1, "50", "-", "50"},
+        {2, "29", "29", "-"},  {2, "56", "-", "56"},  {3, "3f", "3F", "3F"}, {3, "a0", "A0", "-"}, {3, "40", "40", "-"},
+        {3, "3G", "-", "-"},   {4, "ab", "AB", "AB"}, {4, "000", "-", "-"},  {4, " 1", "-", "-"},  {5, "9f", "9F", "9F"},
+        {5, "-1", "-", "-"}};
+    for (const auto& [box, typed, generated, fixed] : cases) {
+        for (auto [mode, expected] : {std::pair{MacMode::Generated, generated}, std::pair{MacMode::Static, fixed}}) {
+            std::string stored = "-";
+            checkMacOctet(mode, box, typed, stored);
+            EXPECT_EQ(stored, expected) << (mode == MacMode::Static ? "static" : "generated") << " box " << box << " \"" << typed << "\"";
         }
     }
 }
 
-TEST(MacOctet, EmptyBoxIsAcceptedAndLeavesTheAddressIncomplete) {
+TEST(MacOctet, EmptyBoxLeavesTheAddressIncompleteAndRangeMessages) {
     std::string stored = "x";
     EXPECT_TRUE(checkMacOctet(MacMode::Static, 3, "", stored));
     EXPECT_EQ(stored, "");
@@ -57,26 +39,9 @@ TEST(MacOctet, EmptyBoxIsAcceptedAndLeavesTheAddressIncomplete) {
     EXPECT_EQ(joinMacBoxes(boxes), std::nullopt);
     boxes[3] = "3F";
     EXPECT_EQ(joinMacBoxes(boxes), "00:50:56:3F:12:34");
-    boxes[5] = "";
-    EXPECT_EQ(joinMacBoxes(boxes), std::nullopt);
-}
-
-TEST(MacMessages, RangeTextsBeginWithABlank) {
-    Message s = macRangeMessage(MacMode::Static);
-    EXPECT_EQ(s.kind, MessageKind::Information);
-    EXPECT_EQ(title(s), "Invalid Static MAC Address");
-    EXPECT_EQ(text(s), "The static MAC address range is 00:50:56:00:00:00-00:50:56:3F:FF:FF");
-    Message g = macRangeMessage(MacMode::Generated);
-    EXPECT_EQ(title(g), "Invalid Generated MAC Address");
-    EXPECT_EQ(text(g), "The generated MAC address range is 00:0C:29:xx:yy:zz");
-}
-
-TEST(MacMode, BoxesFollowTheStoredAddressOfTheChosenMode) {
-    EXPECT_EQ(macBoxesForMode(MacMode::Generated, "00:0C:29:12:34:56"), (MacBoxes{"00", "0C", "29", "12", "34", "56"}));
-    EXPECT_EQ(macBoxesForMode(MacMode::Static, "00:0C:29:12:34:56"), MacBoxes{});
-    EXPECT_EQ(macBoxesForMode(MacMode::Generated, "00:50:56:01:02:03"), MacBoxes{});
-    EXPECT_EQ(macBoxesForMode(MacMode::Static, ""), MacBoxes{});
-    EXPECT_EQ(macBoxesForMode(MacMode::Static, "00:50:5"), MacBoxes{});
+    Message s = macRangeMessage(MacMode::Static), g = macRangeMessage(MacMode::Generated);
+    EXPECT_EQ(title(s) + ": " + text(s), "Invalid Static MAC Address: The static MAC address range is 00:50:56:00:00:00-00:50:56:3F:FF:FF");
+    EXPECT_EQ(title(g) + ": " + text(g), "Invalid Generated MAC Address: The generated MAC address range is 00:0C:29:xx:yy:zz");
 }
 
 TEST(MacMode, SwitchingAnAdapterKeepsEachModesAddress) {
@@ -115,44 +80,25 @@ TEST(MacAddress, WholeAddressesByTheOctetRules) {
 }
 
 TEST(MacAddress, MadeUpAddressesStayInTheirRange) {
-    for (std::uint32_t seed : {0u, 0xFFFFFFFFu, 0x00C0FFEEu, 0x12345678u}) {
-        std::string out;
-        EXPECT_TRUE(checkMacAddress(MacMode::Static, staticMacAddress(seed), out)) << staticMacAddress(seed);
-        EXPECT_TRUE(checkMacAddress(MacMode::Generated, generatedMacAddress(seed), out)) << generatedMacAddress(seed);
-    }
     EXPECT_EQ(staticMacAddress(0xFFFFFFFFu), "00:50:56:3F:FF:FF");
+    EXPECT_EQ(staticMacAddress(0), "00:50:56:00:00:00");
     EXPECT_EQ(generatedMacAddress(0x00123456u), "00:0C:29:12:34:56");
+    EXPECT_EQ(generatedMacAddress(0xFF123456u), "00:0C:29:12:34:56");
 }
 
 TEST(MacOffset, NumericTextsAreStoredWithoutARangeCheck) {
-    struct Case {
-        const char* typed;
-        std::optional<int> stored;
-        const char* message;
-    };
+    struct Case { const char* typed; std::optional<int> stored; const char* message; };
     const Case cases[] = {
-        {"-5", -5, nullptr},
-        {"0", 0, nullptr},
-        {"2147483647", 2147483647, nullptr},
-        {"-2147483648", -2147483647 - 1, nullptr},
-        {"+7", 7, nullptr},
-        {"abc", std::nullopt, "Must be numeric!"},
-        {"1.5", std::nullopt, "Must be numeric!"},
-        {"-", std::nullopt, "Must be numeric!"},
+        {"-5", -5, nullptr}, {"2147483647", 2147483647, nullptr}, {"-2147483648", -2147483647 - 1, nullptr},
+        {"+7", 7, nullptr},  {"abc", std::nullopt, "Must be numeric!"}, {"1.5", std::nullopt, "Must be numeric!"},
         {"99999999999", std::nullopt,
          "The offset 99999999999 is too large: it must lie between -2147483648 and 2147483647."},
     };
     for (const Case& c : cases) {
         OffsetCheck r = checkMacOffset(c.typed);
         EXPECT_EQ(r.value, c.stored) << c.typed;
-        if (c.message) {
-            ASSERT_TRUE(r.refusal) << c.typed;
-            EXPECT_EQ(r.refusal->kind, MessageKind::Warning);
-            EXPECT_EQ(title(*r.refusal), "Invalid Address Offset");
-            EXPECT_EQ(text(*r.refusal), c.message);
-        } else {
-            EXPECT_FALSE(r.refusal) << c.typed;
-        }
+        EXPECT_EQ(r.refusal ? title(*r.refusal) + ": " + text(*r.refusal) : "",
+                  c.message ? std::string("Invalid Address Offset: ") + c.message : "");
     }
 }
 
@@ -184,7 +130,6 @@ TEST(DuplicateStaticMac, AskedOnlyForTheSameStaticAddress) {
     addNic("static", ".address", "00:50:56:3f:00:01");  // a file may hold lower case
     auto question = duplicateStaticMacQuestion(store);
     ASSERT_TRUE(question);
-    EXPECT_EQ(question->kind, MessageKind::Question);
     EXPECT_EQ(title(*question), "Duplicate Static MAC Address");
     EXPECT_EQ(text(*question),
               "More than one network adapter of this virtual machine has the same static MAC address:\n"

