@@ -136,3 +136,21 @@ TEST(NodeChoice, TheHolderMovesToTheFirstFreeNodeOfItsBusUnlessItIsFull) {
         EXPECT_EQ(full.store, before);
     }
 }
+
+TEST(NodeChoice, TheOtherBusGivesItsFirstFreeNodeOrSaysItIsFull) {
+    Machine m(1);
+    Device& disk = m.add(DeviceType::HardDisk, "IDE 0:0");
+    m.add(DeviceType::CdRom, "SCSI 0:0");
+    EXPECT_FALSE(chooseBus(m.store, DeviceType::HardDisk, disk.identifier, Bus::Ide).changed) << "already on IDE";
+    NodeChoice toScsi = chooseBus(m.store, DeviceType::HardDisk, disk.identifier, Bus::Scsi);
+    EXPECT_TRUE(toScsi.changed && !toScsi.message);
+    EXPECT_EQ(placedNodeLabel(disk), "SCSI 0:1");
+
+    for (int n = 2; n < 7; ++n) m.add(DeviceType::CdRom, nodeLabel(Bus::Scsi, 0, n));
+    for (const char* n : {"IDE 0:0", "IDE 0:1", "IDE 1:0", "IDE 1:1"}) m.add(DeviceType::CdRom, n);
+    const DeviceStore before = m.store;
+    NodeChoice full = chooseBus(m.store, DeviceType::HardDisk, disk.identifier, Bus::Ide);
+    EXPECT_FALSE(full.changed);
+    EXPECT_EQ(full.message ? shown(*full.message) : "", kNoIde);
+    EXPECT_EQ(m.store, before) << "the disk stays where it was";
+}
