@@ -13,76 +13,66 @@ namespace {
 using arden::test::readBytes;
 using arden::test::ScratchDir;
 
-enum class Act { Check, Clear, Choose, Pick, Type };
+// One edit of one control on the page of the first device of `type`: a box or option set "on"
+// or "off", an entry picked, a text typed. `shown` is what the control shows once the saved file
+// is opened again, when that is not `value`.
+enum class Act { Set, Pick, Type };
+struct Edit { DeviceType type; const char* control; Act act; QString value, shown; };
 
-// One edit of one control on the page of the first device of `type`; `shown` is what the
-// control shows once the saved file is opened again (the value itself when empty).
-struct Edit {
-    DeviceType type;
-    const char* control;
-    Act act;
-    QString value;
-    QString shown;
-};
-
-void apply(Builder* b, const Edit& e) {
-    ASSERT_NE(chooseDevice(b, e.type), nullptr) << e.control;
-    QWidget* w = child<QWidget>(b, e.control);
-    if (auto* box = qobject_cast<QCheckBox*>(w); box && box->isChecked() != (e.act == Act::Check)) box->click();
-    if (e.act == Act::Choose) qobject_cast<QRadioButton*>(w)->click();
-    if (e.act == Act::Pick) {
-        EXPECT_TRUE(pick(qobject_cast<QComboBox*>(w), e.value)) << e.control;
-    }
-    if (e.act == Act::Type) typeInto(w, e.value);
-}
-
-QString shown(Builder* b, const Edit& e) {
-    chooseDevice(b, e.type);
-    QWidget* w = child<QWidget>(b, e.control);
+QString shown(Builder* b, DeviceType type, const char* control) {
+    chooseDevice(b, type);
+    QWidget* w = child<QWidget>(b, control);
     if (auto* button = qobject_cast<QAbstractButton*>(w)) return button->isChecked() ? "on" : "off";
     if (auto* list = qobject_cast<QComboBox*>(w)) return list->currentText();
     return qobject_cast<QLineEdit*>(w)->text();
 }
 
+void apply(Builder* b, const Edit& e) {
+    const QString before = shown(b, e.type, e.control);  // chooses the device
+    QWidget* w = child<QWidget>(b, e.control);
+    if (e.act == Act::Set && before != e.value) qobject_cast<QAbstractButton*>(w)->click();
+    if (e.act == Act::Pick && !pick(qobject_cast<QComboBox*>(w), e.value)) ADD_FAILURE() << "no entry " << e.value;
+    if (e.act == Act::Type) typeInto(w, e.value);
+}
+
 // Every page, in the order a user goes through them. Names hold blanks, quotes and accents.
 const Edit kEdits[] = {
-    {DeviceType::Cpu, "chkCPUPae", Act::Check, {}, {}},
+    {DeviceType::Cpu, "chkCPUPae", Act::Set, "on", {}},
     {DeviceType::Memory, "txtMemSize", Act::Type, "258", "256"},
-    {DeviceType::Floppy, "chkFloppyConnectedBoot", Act::Clear, {}, {}},
+    {DeviceType::Floppy, "chkFloppyConnectedBoot", Act::Set, "off", {}},
     {DeviceType::Floppy, "txtFloppyImage", Act::Type, "/images/boot \"disk\" ä.flp", {}},
-    {DeviceType::Floppy, "optFloppyImage", Act::Choose, {}, {}},
+    {DeviceType::Floppy, "optFloppyImage", Act::Set, "on", {}},
     {DeviceType::ParallelPort, "cboParPort", Act::Type, "/dev/parport1", {}},
-    {DeviceType::ParallelPort, "chkParPortBiDi", Act::Check, {}, {}},
+    {DeviceType::ParallelPort, "chkParPortBiDi", Act::Set, "on", {}},
     {DeviceType::SerialPort, "txtSerPipeName", Act::Type, "\\\\.\\pipe\\com ü 1", {}},
-    {DeviceType::SerialPort, "optSerPipe", Act::Choose, {}, {}},
+    {DeviceType::SerialPort, "optSerPipe", Act::Set, "on", {}},
     {DeviceType::SerialPort, "cboSerPipeEnd1", Act::Pick, "Client", {}},
     {DeviceType::SerialPort, "cboSerPipeEnd2", Act::Pick, "Application", {}},
-    {DeviceType::SerialPort, "chkSerYield", Act::Check, {}, {}},
-    {DeviceType::Sound, "chkAudioEnabled", Act::Clear, {}, {}},
-    {DeviceType::Usb, "chkUsbAutoConnect", Act::Check, {}, {}},
-    {DeviceType::IdeController, "chkIDEEnabled", Act::Clear, {}, {}},
+    {DeviceType::SerialPort, "chkSerYield", Act::Set, "on", {}},
+    {DeviceType::Sound, "chkAudioEnabled", Act::Set, "off", {}},
+    {DeviceType::Usb, "chkUsbAutoConnect", Act::Set, "on", {}},
+    {DeviceType::IdeController, "chkIDEEnabled", Act::Set, "off", {}},
     {DeviceType::ScsiController, "cboSCSICont", Act::Pick, "LSI Logic", {}},
     {DeviceType::HardDisk, "txtHDFile", Act::Type, "My \"Big\" Dïsk.vmdk", {}},
     {DeviceType::HardDisk, "cboHDSCSI", Act::Pick, "SCSI 0:1", "SCSI 0:1 - Hard Disk 1"},
-    {DeviceType::HardDisk, "optHDSCSI", Act::Choose, {}, {}},
-    {DeviceType::HardDisk, "optHDNonPersist", Act::Choose, {}, {}},
+    {DeviceType::HardDisk, "optHDSCSI", Act::Set, "on", {}},
+    {DeviceType::HardDisk, "optHDNonPersist", Act::Set, "on", {}},
     {DeviceType::CdRom, "txtCDRImage", Act::Type, "/isos/Réseau \"live\" 1.iso", {}},
-    {DeviceType::CdRom, "optCDRImage", Act::Choose, {}, {}},
-    {DeviceType::CdRom, "chkCDRExclusive", Act::Check, {}, {}},
+    {DeviceType::CdRom, "optCDRImage", Act::Set, "on", {}},
+    {DeviceType::CdRom, "chkCDRExclusive", Act::Set, "on", {}},
     {DeviceType::GenericScsi, "txtGenSCSIDevice", Act::Type, "/dev/sg 2", {}},
     {DeviceType::GenericScsi, "cboGenSCSI", Act::Pick, "SCSI 0:3", "SCSI 0:3 - Gen SCSI 1"},
     {DeviceType::Display, "txtMaxWidth", Act::Type, "1600", {}},
     {DeviceType::Display, "txtVRamSize", Act::Type, "16", {}},
-    {DeviceType::Display, "chkDisplay3D", Act::Check, {}, {}},
-    {DeviceType::Mouse, "chkMouseEnabled", Act::Clear, {}, {}},
+    {DeviceType::Display, "chkDisplay3D", Act::Set, "on", {}},
+    {DeviceType::Mouse, "chkMouseEnabled", Act::Set, "off", {}},
 };
 
 TEST(DevicePages, EveryControlOfEveryPageIsSavedAndReadBack) {
     ScratchDir dir;
     PromptScript script;
     auto b = newMachine("Every Device", dir.path());
-    for (const char* type : {"Parallel Port", "Serial Port", "IDE Controller", "SCSI Controller", "Hard Disk",
-                             "Generic SCSI Device"})
+    for (const char* type : {"Parallel Port", "Serial Port", "IDE Controller", "SCSI Controller", "Hard Disk", "Generic SCSI Device"})
         addThroughDialog(b.get(), type);
     for (const Edit& e : kEdits) apply(b.get(), e);
     EXPECT_EQ(said(script), QStringList{});
@@ -97,11 +87,7 @@ TEST(DevicePages, EveryControlOfEveryPageIsSavedAndReadBack) {
     const VmConfiguration before = again->configuration();
     again->UpdateUILabels(500);
     again->UpdateUILabels(0);
-    for (const Edit& e : kEdits) {
-        const QString want = !e.shown.isEmpty() ? e.shown : e.act == Act::Check || e.act == Act::Choose ? "on"
-                             : e.act == Act::Clear ? "off" : e.value;
-        EXPECT_EQ(shown(again.get(), e), want) << e.control;
-    }
+    for (const Edit& e : kEdits) EXPECT_EQ(shown(again.get(), e.type, e.control), e.shown.isEmpty() ? e.value : e.shown) << e.control;
     EXPECT_FALSE(again->ChangesPending());
     EXPECT_TRUE(again->configuration() == before);
 }
@@ -207,8 +193,7 @@ TEST(AddHardware, OffersWhatFitsAndShowsTheNewDevice) {
     auto* list = child<QTreeWidget>(b.get(), "lvwHardwareList");
     const QStringList offered = addThroughDialog(b.get(), "Hard Disk", false);
     EXPECT_EQ(offered.back(), "Add a Hard Disk.");
-    EXPECT_FALSE(offered.contains("Memory"));
-    EXPECT_TRUE(offered.contains("Parallel Port"));
+    EXPECT_TRUE(offered.contains("Parallel Port") && !offered.contains("Memory")) << offered.join(", ").toStdString();
     EXPECT_FALSE(b->ChangesPending()) << "Cancel adds nothing";
 
     addThroughDialog(b.get(), "Hard Disk");
@@ -219,11 +204,7 @@ TEST(AddHardware, OffersWhatFitsAndShowsTheNewDevice) {
     EXPECT_FALSE(addThroughDialog(b.get(), "Floppy Drive", false).contains("Floppy Drive")) << "two floppies at most";
 
     // IDE full: the next disk goes to SCSI after saying so.
-    addThroughDialog(b.get(), "SCSI Controller");
-    addThroughDialog(b.get(), "Hard Disk");
-    addThroughDialog(b.get(), "Hard Disk");
-    EXPECT_TRUE(script.messages().empty());
-    addThroughDialog(b.get(), "Hard Disk");
+    for (const char* type : {"SCSI Controller", "Hard Disk", "Hard Disk", "Hard Disk"}) addThroughDialog(b.get(), type);
     EXPECT_EQ(said(script), QStringList{"No Available Nodes: No available IDE nodes!"});
     EXPECT_TRUE(list->currentItem()->text(1).startsWith("SCSI 0:0 ")) << list->currentItem()->text(1);
     EXPECT_TRUE(child<QRadioButton>(b.get(), "optHDSCSI")->isChecked());
@@ -249,8 +230,7 @@ TEST(NodeChoice, AHeldNodeMovesItsHolderAndTheControllerNodeIsRefused) {
     // The CD-ROM drive's node: the drive moves to the first free IDE node, and both say so.
     script.clear();
     ASSERT_TRUE(pick(ide, "IDE 1:0 - CD-ROM 1"));
-    EXPECT_TRUE(script.messages().empty());
-    EXPECT_TRUE(b->ChangesPending());
+    EXPECT_TRUE(script.messages().empty() && b->ChangesPending());
     EXPECT_EQ(ide->currentText(), "IDE 1:0 - Hard Disk 1");
     EXPECT_TRUE(entries(ide).contains("IDE 0:1 - CD-ROM 1"));
     QTreeWidgetItem* cd = chooseDevice(b.get(), DeviceType::CdRom);

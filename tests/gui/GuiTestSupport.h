@@ -16,7 +16,6 @@
 
 #include "TestSupport.h"
 #include "gui/config/Builder.h"
-#include "gui/hardware/frmAddHardware.h"
 #include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
 
@@ -76,7 +75,7 @@ inline std::unique_ptr<Builder> openFile(const std::filesystem::path& file, bool
     return b;
 }
 
-// The entries of a list box, and one column of a list view.
+// The entries of a list box; one column of a list view.
 inline QStringList entries(QComboBox* list) {
     QStringList out;
     for (int i = 0; i < list->count(); ++i) out << list->itemText(i);
@@ -85,6 +84,16 @@ inline QStringList entries(QComboBox* list) {
 inline QStringList column(QTreeWidget* list, int col) {
     QStringList out;
     for (int i = 0; i < list->topLevelItemCount(); ++i) out << list->topLevelItem(i)->text(col);
+    return out;
+}
+// The rows of a list view, their columns joined with " | ".
+inline QStringList rows(QTreeWidget* list) {
+    QStringList out;
+    for (int i = 0; i < list->topLevelItemCount(); ++i) {
+        QStringList cells;
+        for (int c = 0; c < list->columnCount(); ++c) cells << list->topLevelItem(i)->text(c);
+        out << cells.join(" | ");
+    }
     return out;
 }
 
@@ -111,9 +120,7 @@ inline const DeviceSettings& settingsOf(Builder* b, DeviceType type, int nth = 0
 // when `accept` is false or the row is not offered). Returns the rows the dialog offered.
 inline QStringList addThroughDialog(Builder* b, const QString& typeName, bool accept = true) {
     QStringList offered;
-    QTimer::singleShot(0, [&] {
-        auto* dialog = qobject_cast<frmAddHardware*>(QApplication::activeModalWidget());
-        if (!dialog) return ADD_FAILURE() << "frmAddHardware is not shown", void();
+    onNextModal([&](QWidget* dialog) {
         auto* list = child<QTreeWidget>(dialog, "lvwAvailableHardware");
         offered = column(list, 0);
         const auto found = list->findItems(typeName, Qt::MatchExactly, 0);

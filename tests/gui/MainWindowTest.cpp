@@ -57,10 +57,8 @@ TEST_F(MainWindow, NewAsksFolderAndNameAndTheTabShowsTheUnsavedMachine) {
     script.folder("a");  // made absolute
     script.input(std::nullopt);
     window->newConfiguration();
-    ASSERT_EQ(tabs()->count(), 2);
     EXPECT_EQ(tabs()->tabText(1), "New VM *");
     EXPECT_EQ(tabs()->tabToolTip(1), at("a/New VM.vmx"));
-    EXPECT_EQ(window->activeEditor()->vmxPath(), at("a/New VM.vmx"));
     ASSERT_EQ(script.shown().size(), 2u);
     EXPECT_EQ(script.shown()[0].title, "New Virtual Machine Location");
     EXPECT_EQ(script.shown()[1].title + ": " + script.shown()[1].text, "Display Name?: Enter Display Name for VM");
@@ -76,7 +74,6 @@ TEST_F(MainWindow, OpenMakesTheBackupAndSaveAddsOneFavourite) {
     open({}, true);
     script.file("vm1.vmx");  // made absolute
     window->openConfiguration();
-    ASSERT_EQ(tabs()->count(), 2);
     EXPECT_EQ(script.shown()[0].title + ": " + script.shown()[0].text,
               "Select Existing Virtual Machine Configuration: VMware Configuration File (*.vmx)");
     EXPECT_EQ(said(script), QStringList{"Backup Made: Backup file created as: " + at("vm1/vm1.vmx.bak")});
@@ -85,16 +82,17 @@ TEST_F(MainWindow, OpenMakesTheBackupAndSaveAddsOneFavourite) {
     EXPECT_EQ(favourites()->topLevelItemCount(), 0);
     window->saveConfiguration();
     window->saveConfiguration();  // the same name replaces its row
-    ASSERT_EQ(favourites()->topLevelItemCount(), 1);
-    const QTreeWidgetItem* row = favourites()->topLevelItem(0);
-    EXPECT_EQ(QStringList({row->text(0), row->text(1), row->text(2)}), QStringList({"Small One", at("vm1/vm1.vmx"), "8"}));
-    EXPECT_EQ(row->data(0, Qt::UserRole).toString(), "VM");
+    EXPECT_EQ(rows(favourites()), QStringList{"Small One | " + at("vm1/vm1.vmx") + " | 8"});
 }
 
-TEST_F(MainWindow, CloseAsksWhenChangedAndHonoursBothAnswers) {
-    const fs::path file = writeVmx("vm3/vm3.vmx");
+TEST_F(MainWindow, OpeningShowsTheLoaderNoticesAndCloseAsksWhenChanged) {
+    const std::string odd = std::string(kSmallVmx) + "this line has no equals sign\r\n";
+    const fs::path file = writeVmx("vm3/vm3.vmx", odd);
     open();
     Builder* editor = edit("vm3/vm3.vmx");
+    const QString notices = window->summaryWindow()->output();
+    EXPECT_TRUE(window->summaryWindow()->isVisible() && notices.contains("---- " + at("vm3/vm3.vmx")) &&
+                notices.contains("line 6: ")) << notices << " (what the loader noticed)";
     EXPECT_EQ(tabs()->tabText(1), "Small One") << "just opened: nothing to save";
     typeKeys(editor, "txtDisplayName", " Changed");
     EXPECT_EQ(tabs()->tabText(1), "Small One Changed *");
@@ -109,10 +107,10 @@ TEST_F(MainWindow, CloseAsksWhenChangedAndHonoursBothAnswers) {
     EXPECT_TRUE(window->CloseEditorTab());
     EXPECT_EQ(tabs()->count(), 1);
     EXPECT_FALSE(window->CloseEditorTab()) << "the Home tab never closes";
-    EXPECT_EQ(arden::test::readBytes(file), kSmallVmx) << "closing without saving leaves the file alone";
+    EXPECT_EQ(arden::test::readBytes(file), odd) << "closing without saving leaves the file alone";
 }
 
-TEST_F(MainWindow, ShutDownAsksLastTabFirstAndNoCancelsIt) {
+TEST_F(MainWindow, ShutDownAsksLastTabFirstNoCancelsItAndThePlacementIsRemembered) {
     writeVmx("a/a.vmx");
     writeVmx("b/b.vmx");
     open();
@@ -122,17 +120,18 @@ TEST_F(MainWindow, ShutDownAsksLastTabFirstAndNoCancelsIt) {
     QCloseEvent event;
     QApplication::sendEvent(window.get(), &event);
     EXPECT_FALSE(event.isAccepted());
-    ASSERT_EQ(script.messages().size(), 2u);
-    EXPECT_EQ(script.messages()[0].title, "Unsaved Changes exist - Small Oneb");
-    EXPECT_EQ(script.messages()[1].title, "Unsaved Changes exist - Small Onea");
+    EXPECT_EQ(QStringList({said(script).value(0).left(39), said(script).value(1).left(39)}),
+              QStringList({"Unsaved Changes exist - Small Oneb: You", "Unsaved Changes exist - Small Onea: You"}));
     EXPECT_EQ(tabs()->count(), 2);
     EXPECT_FALSE(settingsWritten()) << "a cancelled exit skips SaveSettings";
 
     script.answer(Answer::Yes);
+    window->setGeometry(40, 50, 900, 640);
     QCloseEvent again;
     QApplication::sendEvent(window.get(), &again);
-    EXPECT_TRUE(again.isAccepted());
-    EXPECT_TRUE(settingsWritten());
+    EXPECT_TRUE(again.isAccepted() && settingsWritten());
+    open();
+    EXPECT_EQ(window->geometry(), QRect(40, 50, 900, 640)) << "the placement is remembered";
 }
 
 TEST_F(MainWindow, FavouritesShowMissingFilesAndRemoveLeavesTheFile) {
@@ -142,9 +141,9 @@ TEST_F(MainWindow, FavouritesShowMissingFilesAndRemoveLeavesTheFile) {
     AddFavorite(window->settings().Favorites, {"Old Gone", (home.path() / "gone.vmx").string(), 7, 0});
     window->UpdateFavoritesList();
     auto* list = favourites();
-    ASSERT_EQ(list->topLevelItemCount(), 2);
-    EXPECT_EQ(list->topLevelItem(0)->data(0, Qt::UserRole).toString(), "VM");
-    EXPECT_EQ(list->topLevelItem(1)->data(0, Qt::UserRole).toString(), "OldVMMissing");
+    EXPECT_EQ(QStringList({list->topLevelItem(0)->data(0, Qt::UserRole).toString(),
+                           list->topLevelItem(1)->data(0, Qt::UserRole).toString()}),
+              QStringList({"VM", "OldVMMissing"})) << "the icons";
     list->setCurrentItem(list->topLevelItem(0));
     child<QAction>(window.get(), "mnuPopupRemove")->trigger();
     EXPECT_EQ(column(list, 0), QStringList{"Old Gone"});
@@ -153,8 +152,7 @@ TEST_F(MainWindow, FavouritesShowMissingFilesAndRemoveLeavesTheFile) {
     list->setCurrentItem(list->topLevelItem(0));
     writeVmx("gone.vmx");
     child<QAction>(window.get(), "mnuPopupEdit")->trigger();
-    ASSERT_EQ(tabs()->count(), 2);
-    EXPECT_EQ(window->activeEditor()->vmxPath(), at("gone.vmx"));
+    EXPECT_EQ(tabs()->tabToolTip(1), at("gone.vmx"));
 }
 
 TEST_F(MainWindow, AFileAlreadyOpenShowsItsTabAndOnlyVmxFilesAreDropped) {
@@ -201,27 +199,6 @@ TEST_F(MainWindow, PickersStartWhereTheUserLastWasThenAtTheMachineThenHome) {
     EXPECT_EQ(fresh.shown()[0].startFolder, at("m1")) << "the current machine's folder";
     EXPECT_EQ(fresh.shown()[1].startFolder, at("m1")) << "Browse too";
     EXPECT_EQ(fresh.shown()[3].startFolder, at("chosen")) << "the folder last used comes before the machine's";
-}
-
-TEST_F(MainWindow, WhatTheLoaderNoticedIsShownInTheSummary) {
-    writeVmx("odd/odd.vmx", std::string(kSmallVmx) + "this line has no equals sign\r\n");
-    open();
-    edit("odd/odd.vmx");
-    ASSERT_EQ(tabs()->count(), 2);
-    const QString out = window->summaryWindow()->output();
-    EXPECT_TRUE(out.contains(at("odd/odd.vmx"))) << out;
-    EXPECT_TRUE(out.contains("line 6: ")) << out;
-    EXPECT_TRUE(window->summaryWindow()->isVisible());
-}
-
-TEST_F(MainWindow, PlacementIsRememberedAcrossRuns) {
-    open();
-    window->setGeometry(40, 50, 900, 640);
-    QCloseEvent bye;
-    QApplication::sendEvent(window.get(), &bye);
-    ASSERT_TRUE(bye.isAccepted());
-    open();
-    EXPECT_EQ(window->geometry(), QRect(40, 50, 900, 640));
 }
 
 TEST_F(MainWindow, LaunchingUsesTheConfiguredProgramOrSaysWhatWasTried) {

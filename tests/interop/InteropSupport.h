@@ -54,10 +54,10 @@ inline ToolRun libvirtDomainXml(const std::filesystem::path& scratch, const std:
     namespace fs = std::filesystem;
     const fs::path bin = scratch / "bin";
     fs::create_directories(bin);
-    writeBytes(bin / "vmrun", "#!/bin/sh\nexit 0\n");
-    writeBytes(bin / "vmware", "#!/bin/sh\necho 'VMware Workstation 5.5.0 build-18007'\n");
-    for (const char* name : {"vmrun", "vmware"})
+    for (const auto& [name, script] : {std::pair{"vmrun", "exit 0"}, {"vmware", "echo 'VMware Workstation 5.5.0 build-18007'"}}) {
+        writeBytes(bin / name, std::string("#!/bin/sh\n") + script + "\n");
         fs::permissions(bin / name, fs::perms::owner_exec | fs::perms::group_exec, fs::perm_options::add);
+    }
     return tool("PATH=" + quote(bin.string()) + ":\"$PATH\" virsh -c vmwarews:///session domxml-from-native vmware-vmx " +
                 quote(vmx));
 }
@@ -66,11 +66,9 @@ inline ToolRun libvirtDomainXml(const std::filesystem::path& scratch, const std:
 inline std::vector<std::string> elements(const std::string& xml, const std::string& tag) {
     std::vector<std::string> found;
     const std::string open = "<" + tag + " ", close = "</" + tag + ">";
-    for (std::size_t at = xml.find(open); at != std::string::npos; at = xml.find(open, at + 1)) {
-        std::size_t end = xml.find(close, at);
-        if (end == std::string::npos) break;
+    for (std::size_t at = xml.find(open), end; at != std::string::npos && (end = xml.find(close, at)) != std::string::npos;
+         at = xml.find(open, end))
         found.push_back(xml.substr(at, end - at));
-    }
     return found;
 }
 

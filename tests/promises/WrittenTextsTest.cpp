@@ -19,14 +19,12 @@ const std::string kEveryKind =
     "ethernet0.present = \"TRUE\"\r\nethernet0.connectionType = \"nat\"\r\nethernet0.virtualDev = \"e1000\"\r\n"
     "ethernet0.addressType = \"generated\"\r\nethernet0.generatedAddress = \"00:0c:29:ab:cd:ef\"\r\n"
     "ethernet1.present = \"TRUE\"\r\nethernet1.connectionType = \"hostonly\"\r\nethernet1.addressType = \"static\"\r\n"
-    "ethernet1.address = \"00:50:56:00:00:01\"\r\n"
+    "ethernet1.address = \"00:50:56:00:00:01\"\r\nusb.present = \"TRUE\"\r\n"
     "sound.present = \"TRUE\"\r\nsound.virtualDev = \"sb16\"\r\nsound.synth.operational = \"TRUE\"\r\n"
-    "usb.present = \"TRUE\"\r\n"
     "floppy0.present = \"TRUE\"\r\nfloppy0.fileType = \"file\"\r\nfloppy0.fileName = \"boot.flp\"\r\n"
     "parallel0.present = \"TRUE\"\r\nparallel0.fileName = \"/dev/parport0\"\r\n"
     "serial0.present = \"TRUE\"\r\nserial0.fileType = \"pipe\"\r\nserial0.fileName = \"/tmp/com1\"\r\n"
-    "serial0.pipe.endPoint = \"server\"\r\n"
-    "tools.syncTime = \"TRUE\"\r\nuuid.bios = \"56 4d 11 22\"\r\n";
+    "serial0.pipe.endPoint = \"server\"\r\ntools.syncTime = \"TRUE\"\r\nuuid.bios = \"56 4d 11 22\"\r\n";
 
 // The summaries of a file's sound, network and disk-like devices, as the hardware list shows them.
 std::vector<std::string> summaries(const std::string& text) {
