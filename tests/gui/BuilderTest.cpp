@@ -1,205 +1,237 @@
-// The editor's life cycle: a new machine's defaults, opening a real file (with and without the
-// backup copy), saving and its refusals, and relabelling in another language.
+// The editor: a new machine's pages, opening a file (with and without the backup copy), saving
+// with its questions and notices, the option pages and their summaries, the hardware list.
 #include <QCheckBox>
-#include <QStackedWidget>
 #include <QGroupBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
+#include <QPlainTextEdit>
 #include <QRadioButton>
-#include <QTabWidget>
+#include <QStackedWidget>
 
-#include "BuilderTestSupport.h"
-#include "core/config/ProductTables.h"
+#include "GuiTestSupport.h"
 
 namespace arden::gui::test {
 namespace {
 
 using arden::test::readBytes;
 using arden::test::ScratchDir;
+using arden::test::writeBytes;
 
-constexpr const char* kSharedFolderFile = "golovitskydd__Windows-10-x64.vmx";
+QStringList summaries(Builder* b) { return column(child<QTreeWidget>(b, "lvwOptionsList"), 1); }
 
-TEST(BuilderLifeCycle, NewMachineShowsTheDefaults) {
+TEST(Builder, NewMachineShowsItsDefaultsAndIsUnsaved) {
     ScratchDir dir;
     PromptScript script;
     auto b = newMachine("Web Server", dir.path());
-    EXPECT_EQ(child<QLineEdit>(b.get(), "txtDisplayName")->text(), "Web Server");
     EXPECT_EQ(child<QLineEdit>(b.get(), "txtVmxFileName")->text(), "Web Server.vmx");
     EXPECT_EQ(child<QLineEdit>(b.get(), "txtVmxFolder")->text(), qpath(dir.path()));
-    EXPECT_EQ(child<QLineEdit>(b.get(), "txtWorkingDir")->text(), ".");
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboTargetPlatform")->currentText(), "Workstation");
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboPlatformVersion")->currentText(), "5.5x");
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboGuestFamilies")->currentText(), "Microsoft Windows");
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboGuestVersions")->currentIndex(), 9);
-    EXPECT_EQ(b->configuration().product.guestId, "winXPPro");
-
-    // Sharing, snapshots and the three interactions are allowed: their boxes are unchecked.
-    for (const char* name : {"chkSharedDisable", "chkSnapshotsEnabled", "chkInteractDND", "chkInteractPaste",
-                             "chkInteractCopy", "chkDebug", "chkTemplate", "chkClusterEnabled"})
-        EXPECT_FALSE(child<QCheckBox>(b.get(), name)->isChecked()) << name;
-    EXPECT_TRUE(child<QCheckBox>(b.get(), "chkLogging")->isChecked());
-    EXPECT_TRUE(child<QRadioButton>(b.get(), "optSnapPowerOff")->isChecked());
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboPowerOff")->currentText(), "Power Off");
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboInputUngrabPri")->currentText(), "normal");
-
-    auto* options = child<QTreeWidget>(b.get(), "lvwOptionsList");
-    EXPECT_EQ(column(options, 0),
-              QStringList({"General", "Power", "Shared Folders", "Snapshots", "Guest Isolation", "Advanced"}));
-    for (int i = 0; i < 6; ++i) EXPECT_EQ(options->topLevelItem(i)->text(1), qs(optionSummary(b->configuration(), i)));
-
+    EXPECT_EQ(child<QComboBox>(b.get(), "cboGuestVersions")->currentText(), "Windows XP Professional");
+    EXPECT_EQ(summaries(b.get()), QStringList({"Workstation 5.5x, Windows XP Professional",
+                                               "Power off, reset, 0 of 4 tools scripts", "Enabled, no folders",
+                                               "Enabled, when powering off: just power off",
+                                               "Drag and drop, copy and paste allowed", "Priority normal/normal, logging"}));
+    EXPECT_EQ(child<QTreeWidget>(b.get(), "lvwOptionsList")->topLevelItem(5)->toolTip(1), "Priority normal/normal, logging");
     auto* hardware = child<QTreeWidget>(b.get(), "lvwHardwareList");
-    const auto devices = b->configuration().devices.hardwareList();
-    ASSERT_EQ(hardware->topLevelItemCount(), static_cast<int>(devices.size()));
+    EXPECT_EQ(column(hardware, 0), QStringList({"CPU 1", "Memory", "Floppy 1", "Sound Adapter",
+                                                "Network Adapter 1", "USB Controller", "CD-ROM 1", "Display", "Mouse"}));
     EXPECT_EQ(hardware->currentItem(), hardware->topLevelItem(0));
-    EXPECT_EQ(child<QStackedWidget>(b.get(), "sstHardware")->currentIndex(), typeNumber(devices.front().type));
-
-    // A machine that exists only in the editor has unsaved changes from the start.
-    EXPECT_TRUE(b->ChangesPending());
+    EXPECT_TRUE(b->ChangesPending()) << "a machine that exists only in the editor is unsaved";
     EXPECT_TRUE(script.shown().empty());
-
-    auto unnamed = newMachine("", dir.path());
-    EXPECT_EQ(child<QLineEdit>(unnamed.get(), "txtVmxFileName")->text(), "New VM.vmx");
+    EXPECT_EQ(child<QLineEdit>(newMachine("", dir.path()).get(), "txtVmxFileName")->text(), "New VM.vmx");
 }
 
-TEST(BuilderLifeCycle, OpeningAFileFillsThePagesAndLeavesNoChanges) {
+TEST(Builder, OpeningAFileFillsThePagesAndMakesTheBackupOnlyWhenAsked) {
     ARDEN_REQUIRE_CORPUS();
+    const std::string name = "golovitskydd__Windows-10-x64.vmx";
     ScratchDir dir;
     PromptScript script;
-    auto b = openCopy(kSharedFolderFile, dir.path());
+    std::filesystem::copy_file(arden::test::corpusDir() / "vmx" / name, dir / name);
+    auto b = openFile(dir / name);
     EXPECT_FALSE(b->ChangesPending());
-    EXPECT_TRUE(script.shown().empty());
-    EXPECT_FALSE(std::filesystem::exists(dir / (std::string(kSharedFolderFile) + ".bak")));
-
+    EXPECT_FALSE(std::filesystem::exists(dir / (name + ".bak")));
     EXPECT_EQ(child<QLineEdit>(b.get(), "txtDisplayName")->text(), "Windows 10 x64");
-    EXPECT_EQ(child<QLineEdit>(b.get(), "txtVmxFileName")->text(), kSharedFolderFile);
-    EXPECT_TRUE(b->nameValid());
     auto* shares = child<QTreeWidget>(b.get(), "lvwSharedFolders");
-    EXPECT_EQ(column(shares, 0), QStringList{"Games"});
-    EXPECT_EQ(column(shares, 1), QStringList{"E:\\Games"});
-    // "isolation.tools.hgfs.disable" is FALSE: sharing is allowed, the disable box unchecked.
-    EXPECT_FALSE(child<QCheckBox>(b.get(), "chkSharedDisable")->isChecked());
-    EXPECT_EQ(b->favoriteDisplayName(), "Windows 10 x64");
-    EXPECT_EQ(b->vmxPath(), qpath(dir / kSharedFolderFile));
-}
+    EXPECT_EQ(column(shares, 0) + column(shares, 1), QStringList({"Games", "E:\\Games"}));
+    EXPECT_FALSE(child<QCheckBox>(b.get(), "chkSharedDisable")->isChecked()) << "hgfs.disable FALSE: sharing allowed";
+    EXPECT_TRUE(script.shown().empty());
 
-TEST(BuilderLifeCycle, BackupNoticeOnlyWhenBackupsAreOn) {
-    ARDEN_REQUIRE_CORPUS();
-    ScratchDir dir;
-    PromptScript script;
-    auto b = openCopy(kSharedFolderFile, dir.path(), true);
-    const auto copy = dir / (std::string(kSharedFolderFile) + ".bak");
+    auto again = openFile(dir / name, true);
+    EXPECT_EQ(said(script), QStringList{"Backup Made: Backup file created as: " + qpath(dir / (name + ".bak"))});
+    EXPECT_EQ(readBytes(dir / (name + ".bak")), readBytes(dir / name));
+    EXPECT_FALSE(again->ChangesPending());
+
+    script.clear();
+    Builder absent;
+    absent.EditExistingFile = true;
+    absent.ExistingVmxFileName = qpath(dir / "absent.vmx");
+    EXPECT_FALSE(absent.start());
     ASSERT_EQ(script.messages().size(), 1u);
-    EXPECT_EQ(script.messages()[0].title, "Backup Made");
-    EXPECT_EQ(script.messages()[0].text, "Backup file created as: " + qpath(copy));
-    EXPECT_EQ(script.messages()[0].kind, MessageKind::Information);
-    EXPECT_EQ(readBytes(copy), readBytes(dir / kSharedFolderFile));
-    EXPECT_FALSE(b->ChangesPending());
+    EXPECT_TRUE(script.messages()[0].text.contains(qpath(dir / "absent.vmx"))) << script.messages()[0].text;
 }
 
-TEST(BuilderLifeCycle, UnreadableFileIsReportedAndRefused) {
+TEST(BuilderSave, WritesTheFileClearsChangesAndRefusesWithoutAName) {
     ScratchDir dir;
     PromptScript script;
-    Builder b;
-    b.EditExistingFile = true;
-    b.ExistingVmxFileName = qpath(dir / "absent.vmx");
-    EXPECT_FALSE(b.start());
-    ASSERT_EQ(script.messages().size(), 1u);
-    EXPECT_TRUE(script.messages()[0].text.contains("absent.vmx")) << script.messages()[0].text.toStdString();
-    EXPECT_FALSE(std::filesystem::exists(dir / "absent.vmx.bak"));
-}
-
-TEST(BuilderSave, WritesTheFileAndClearsChanges) {
-    ScratchDir dir;
-    PromptScript script;
-    // The folder does not exist yet: the save makes it.
-    auto b = newMachine("Saved", dir / "machines");
+    auto b = newMachine("Saved", dir / "machines");  // the folder is made by the save
     QString writtenPath, writtenText;
-    QObject::connect(b.get(), &Builder::written, [&](const QString& p, const QString& t) {
-        writtenPath = p;
-        writtenText = t;
-    });
+    QObject::connect(b.get(), &Builder::written, [&](const QString& p, const QString& t) { writtenPath = p, writtenText = t; });
     ASSERT_TRUE(b->CreateVmxFile());
     const auto file = dir / "machines" / "Saved.vmx";
     EXPECT_EQ(writtenPath, qpath(file));
     EXPECT_EQ(writtenText.toStdString(), readBytes(file));
-    EXPECT_NE(writtenText.indexOf("displayName = \"Saved\""), -1);
+    EXPECT_NE(writtenText.indexOf("\r\ndisplayName = \"Saved\"\r\n"), -1);
     EXPECT_FALSE(b->ChangesPending());
-    EXPECT_EQ(b->configVersion(), productFigures(kWorkstation, 4)->configVersion);
-    EXPECT_TRUE(script.messages().empty());
+    EXPECT_EQ(b->configVersion(), 8);
 
-    // An edit after the save is a change again, and the next save writes it.
     child<QLineEdit>(b.get(), "txtWorkingDir")->setText("/srv/vm");
     EXPECT_TRUE(b->ChangesPending());
     ASSERT_TRUE(b->CreateVmxFile());
-    EXPECT_NE(readBytes(file).find("workingDir = \"/srv/vm\""), std::string::npos);
-}
+    EXPECT_NE(readBytes(file).find("\r\nworkingDir = \"/srv/vm\"\r\n"), std::string::npos);
 
-TEST(BuilderSave, RefusedWithMissingDataWhenTheFileNameIsEmptied) {
-    ScratchDir dir;
-    PromptScript script;
-    auto b = newMachine("Nameless", dir.path());
     child<QLineEdit>(b.get(), "txtVmxFileName")->setText("");
-    EXPECT_FALSE(b->nameValid());
     EXPECT_FALSE(b->CreateVmxFile());
-    ASSERT_EQ(script.messages().size(), 1u);
-    EXPECT_EQ(script.messages()[0].title, "Missing Data");
-    EXPECT_EQ(script.messages()[0].text, "Invalid VMX File Name and/or Folder");
+    EXPECT_EQ(said(script), QStringList{"Missing Data: Invalid VMX File Name and/or Folder"});
     EXPECT_EQ(script.messages()[0].kind, MessageKind::Warning);
     EXPECT_TRUE(b->ChangesPending());
-    EXPECT_TRUE(std::filesystem::is_empty(dir.path()));
 }
 
-TEST(BuilderSave, AsksBeforeWritingOverAMachineInUse) {
+// Writing over a machine a product has open, or over a read-only file, waits for a Yes.
+TEST(BuilderSave, AsksBeforeWritingOverALockedOrReadOnlyFileAndTellsOfASaveInPlace) {
+    ScratchDir dir;
+    const std::string original = "displayName = \"ro\"\r\nmemsize = \"64\"\r\n";
+    writeBytes(dir / "ro.vmx", original);
+    std::filesystem::permissions(dir / "ro.vmx", std::filesystem::perms::owner_read);
+    writeBytes(dir / "busy.vmx", original);
+    std::filesystem::create_directory(dir / "busy.vmx.lck");
+    for (const char* name : {"ro.vmx", "busy.vmx"}) {
+        PromptScript script;
+        auto b = openFile(dir / name);
+        script.answer(Answer::No);
+        EXPECT_FALSE(b->CreateVmxFile()) << name;
+        EXPECT_EQ(readBytes(dir / name), original) << name;
+        script.answer(Answer::Yes);
+        EXPECT_TRUE(b->CreateVmxFile()) << name;
+        EXPECT_NE(readBytes(dir / name), original) << name;
+        ASSERT_EQ(script.messages().size(), 2u) << name;
+        EXPECT_EQ(script.messages()[0].kind, MessageKind::Question);
+        const QString asked = name == std::string("ro.vmx") ? "Read-only File: The file " + qpath(dir / name) +
+                                                                   " is read-only.  Save over it anyway?"
+                                                             : "Virtual Machine in Use: The lock ";
+        EXPECT_EQ(said(script)[0].left(asked.size()), asked);
+    }
+    // A file with other hard links is rewritten in place, without a question but with a notice.
+    PromptScript script;
+    std::filesystem::create_hard_link(dir / "busy.vmx", dir / "link.vmx");
+    ASSERT_TRUE(openFile(dir / "link.vmx")->CreateVmxFile());
+    EXPECT_EQ(readBytes(dir / "busy.vmx"), readBytes(dir / "link.vmx"));
+    EXPECT_EQ(said(script), QStringList{"Saved in Place: " + qpath(dir / "link.vmx") +
+                                        " was rewritten in place because it has other hard links; no backup copy "
+                                        "of the old contents could be made beside it."});
+}
+
+TEST(BuilderSave, ANewerFileKeepsItsNumbersUntilAnotherVersionIsPicked) {
     ScratchDir dir;
     PromptScript script;
-    auto b = newMachine("Busy", dir.path());
-    std::filesystem::create_directory(dir / "Busy.vmx.lck");
-    script.answer(Answer::No);
-    EXPECT_FALSE(b->CreateVmxFile());
-    EXPECT_FALSE(std::filesystem::exists(dir / "Busy.vmx"));
+    writeBytes(dir / "new.vmx", "config.version = \"8\"\r\nvirtualHW.version = \"19\"\r\nmemsize = \"2048\"\r\n");
+    auto b = openFile(dir / "new.vmx");
+    auto* note = child<QLabel>(b.get(), "lblFormatNote");
+    EXPECT_EQ(note->isHidden() ? "" : note->text(), "written for virtual hardware version 19; saving keeps it");
+
+    ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboPlatformVersion"), "5.0x"));
+    EXPECT_TRUE(note->isHidden());
+    ASSERT_TRUE(b->CreateVmxFile());
+    EXPECT_NE(readBytes(dir / "new.vmx").find("# Version = 5.0x\r\nconfig.version = \"8\"\r\nvirtualHW.version = \"4\"\r\n"),
+              std::string::npos);
+}
+
+TEST(BuilderPages, GeneralListsFollowEachOtherAndTheSummaryFollows) {
+    ScratchDir dir;
+    auto b = newMachine("Lists", dir.path());
+    auto* platform = child<QComboBox>(b.get(), "cboTargetPlatform");
+    auto* version = child<QComboBox>(b.get(), "cboPlatformVersion");
+    auto* families = child<QComboBox>(b.get(), "cboGuestFamilies");
+    auto* guests = child<QComboBox>(b.get(), "cboGuestVersions");
+    chooseDevice(b.get(), DeviceType::Memory);
+    EXPECT_EQ(child<QLabel>(b.get(), "lblMemoryRange")->text(), "4 - 3600 MB") << "Workstation 5.5x";
+    ASSERT_TRUE(pick(platform, "GSX Server"));
+    EXPECT_EQ(entries(version), QStringList({"2.5x", "3.x"}));
+    EXPECT_EQ(version->currentText(), "3.x") << "a new platform starts on its latest version";
+    ASSERT_TRUE(pick(version, "2.5x"));
+    EXPECT_EQ(entries(families), QStringList({"Microsoft Windows", "Linux", "NetWare", "Other"}));
+    ASSERT_TRUE(pick(families, "Linux"));
+    EXPECT_EQ(guests->itemText(0), "Red Hat Linux");
+    ASSERT_TRUE(pick(guests, "Red Hat Enterprise Linux 3 (64 bit)"));
+    EXPECT_EQ(b->configuration().product.guestId, "rhel3-64");
+    EXPECT_EQ(summaries(b.get())[0], "GSX Server 2.5x, Red Hat Enterprise Linux 3 (64 bit)");
+
+    // A family the chosen version lacks stays, with its guest, until another is chosen.
+    ASSERT_TRUE(pick(version, "3.x"));
+    ASSERT_TRUE(pick(families, "Solaris"));
+    ASSERT_TRUE(pick(version, "2.5x"));
+    EXPECT_EQ(families->currentIndex(), -1);
+    EXPECT_EQ(b->configuration().product.guestId, "solaris6");
+
+    child<QPlainTextEdit>(b.get(), "txtNotes")->setPlainText("first\nsecond");
+    EXPECT_EQ(b->configuration().identity.notes, "first\r\nsecond");
+}
+
+TEST(BuilderPages, OptionControlsStoreTheirValueAndRewriteTheSummaries) {
+    ScratchDir dir;
+    PromptScript script;
+    auto b = newMachine("Options", dir.path());
+    ASSERT_TRUE(b->CreateVmxFile());
+    // The "disable" boxes store the inverse of what they show.
+    for (const char* name : {"chkSharedDisable", "chkSnapshotsEnabled", "chkInteractDND", "chkInteractPaste",
+                             "chkInteractCopy", "chkDebug"})
+        child<QCheckBox>(b.get(), name)->click();
+    pick(child<QComboBox>(b.get(), "cboInputUngrabPri"), "low");
+    pick(child<QComboBox>(b.get(), "cboReset"), "Restart Guest");
     EXPECT_TRUE(b->ChangesPending());
-    script.answer(Answer::Yes);
-    EXPECT_TRUE(b->CreateVmxFile());
-    EXPECT_TRUE(std::filesystem::exists(dir / "Busy.vmx"));
-    ASSERT_EQ(script.messages().size(), 2u);
-    EXPECT_EQ(script.messages()[1].kind, MessageKind::Question);
+    EXPECT_EQ(summaries(b.get()), QStringList({"Workstation 5.5x, Windows XP Professional",
+                                               "Power off, restart guest, 0 of 4 tools scripts", "Disabled", "Disabled",
+                                               "Disabled: drag and drop, paste, copy",
+                                               "Priority normal/low, logging, debug"}));
+    EXPECT_FALSE(child<QGroupBox>(b.get(), "fraPowerOffAction")->isEnabled()) << "no snapshots, no action";
+    auto* list = child<QTreeWidget>(b.get(), "lvwOptionsList");
+    list->setCurrentItem(list->topLevelItem(4));
+    EXPECT_EQ(child<QStackedWidget>(b.get(), "sstOptions")->currentIndex(), 4);
+    ASSERT_TRUE(b->CreateVmxFile());
+    EXPECT_NE(readBytes(dir / "Options.vmx").find("\r\nisolation.tools.copy.disable = \"TRUE\"\r\n"), std::string::npos);
+
+    child<QCheckBox>(b.get(), "chkSnapshotsEnabled")->click();
+    auto* ask = child<QRadioButton>(b.get(), "optSnapAsk");
+    ask->click();
+    EXPECT_EQ(summaries(b.get())[3], "Enabled, when powering off: ask me");
+    ASSERT_TRUE(b->CreateVmxFile());
+    ask->click();
+    EXPECT_TRUE(b->ChangesPending()) << "a click on the chosen option still counts";
+
+    auto* folder = child<QLineEdit>(b.get(), "txtLogFolder");
+    script.folder("/var/log/machines");
+    child<QPushButton>(b.get(), "cmdBrowseLogFolder")->click();
+    EXPECT_EQ(folder->text(), "/var/log/machines");
+    EXPECT_EQ(script.shown().back().title, "Log Files Location");
+    child<QCheckBox>(b.get(), "chkLogging")->click();
+    EXPECT_FALSE(folder->isEnabled());
 }
 
-TEST(BuilderLabels, GermanEmptiesTheUntranslatedCaptionsAndEnglishRestoresThem) {
-    ARDEN_REQUIRE_CORPUS();
+TEST(BuilderPages, ChoosingAnEntryShowsItsPageAndRemoveTakesItAway) {
     ScratchDir dir;
-    PromptScript script;
-    auto b = openCopy("metasploitable2__Metasploitable.vmx", dir.path());
-    auto* tabs = child<QTabWidget>(b.get(), "sstMain");
-    auto* options = child<QTreeWidget>(b.get(), "lvwOptionsList");
-    b->UpdateUILabels(500);
-    EXPECT_EQ(tabs->tabText(0), "Wahlen");
-    EXPECT_EQ(tabs->tabText(1), "");
-    EXPECT_EQ(child<QLabel>(b.get(), "lblDisplayName")->text(), ":");
-    EXPECT_EQ(child<QPushButton>(b.get(), "cmdBrowseVmxFolder")->text(), "...");
-    EXPECT_EQ(child<QGroupBox>(b.get(), "fraPowerOptions")->title(), "");
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboTargetPlatform")->currentText(), "");
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboGuestFamilies")->currentText(), "");
-    EXPECT_EQ(options->headerItem()->text(0), "");
-    EXPECT_EQ(child<QGroupBox>(b.get(), "fraCPU")->title(), "");
-    // The entries of the options list are fixed English.
-    EXPECT_EQ(options->topLevelItem(3)->text(0), "Snapshots");
-    EXPECT_EQ(b->LanguageOffset, 500);
-
-    b->UpdateUILabels(0);
-    EXPECT_EQ(tabs->tabText(0), "Options");
-    EXPECT_EQ(tabs->tabText(1), "Hardware");
-    EXPECT_EQ(child<QLabel>(b.get(), "lblDisplayName")->text(), "Display Name:");
-    EXPECT_EQ(child<QPushButton>(b.get(), "cmdBrowseVmxFolder")->text(), "Browse...");
-    EXPECT_EQ(child<QGroupBox>(b.get(), "fraPowerOptions")->title(), "Power Options");
-    EXPECT_EQ(child<QLabel>(b.get(), "lblPriorityNote")->text(),
-              "These settings override the global values specified in  Edit > Preferences > Priority.");
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboInputUngrabPri")->itemText(0), "low");
-    EXPECT_EQ(child<QTreeWidget>(b.get(), "lvwHardwareList")->headerItem()->text(0), "Device");
-    EXPECT_EQ(child<QGroupBox>(b.get(), "fraCPU")->title(), "Virtual Processor");
-    // Relabelling changes nothing in the configuration.
+    auto b = newMachine("Remove", dir.path());
+    ASSERT_TRUE(b->CreateVmxFile());
+    auto* list = child<QTreeWidget>(b.get(), "lvwHardwareList");
+    auto* remove = child<QPushButton>(b.get(), "cmdHardwareRemove");
+    chooseDevice(b.get(), DeviceType::Cpu);
+    EXPECT_FALSE(remove->isEnabled());
+    QTreeWidgetItem* cd = chooseDevice(b.get(), DeviceType::CdRom);
+    EXPECT_EQ(cd->text(1), "IDE 1:0, auto detect");
+    EXPECT_TRUE(child<QRadioButton>(b.get(), "optCDRIDE")->isChecked());
+    EXPECT_EQ(child<QComboBox>(b.get(), "cboCDRIDE")->currentText(), "IDE 1:0 - CD-ROM 1");
+    EXPECT_EQ(child<QComboBox>(b.get(), "cboCDRSCSI")->currentText(), "N/A");
     EXPECT_FALSE(b->ChangesPending());
+    remove->click();
+    EXPECT_TRUE(b->ChangesPending());
+    EXPECT_FALSE(column(list, 0).contains("CD-ROM 1"));
+    EXPECT_EQ(list->currentItem()->text(0), "Display") << "the next entry is chosen";
+    EXPECT_EQ(child<QStackedWidget>(b.get(), "sstHardware")->currentWidget()->objectName(), "fraDisplayPage");
 }
 
 }  // namespace

@@ -1,13 +1,12 @@
-// The windows around the editor: the language switch reaches every tab, the summary after a
-// save waits centred over the main window, the options dialog keeps the favourites when the
-// settings folder moves, and the small boxes are sized for their texts.
-#include <QDialog>
-#include <QHeaderView>
-#include <QInputDialog>
-#include <QLabel>
-#include <QPushButton>
+// The windows around the editor and the keyboard: the options dialog (language, backup box,
+// settings folder), every menu shortcut, Enter on a question that could lose work, the summary
+// after a save.
+#include <QAction>
+#include <QCheckBox>
+#include <QCloseEvent>
+#include <QMenu>
+#include <QMessageBox>
 #include <QRadioButton>
-#include <QTreeWidget>
 
 #include "MainWindowFixture.h"
 #include "gui/shell/frmSummary.h"
@@ -26,63 +25,70 @@ void inOptions(frmMain& window, const std::function<void(QWidget*)>& edit) {
     window.showOptions();
 }
 
-TEST_F(MainWindow, LanguageSwitchRelabelsEveryEditorTab) {
+void activate(QWidget* window) {
+    window->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(window));
+}
+
+TEST_F(MainWindow, LanguageSwitchRelabelsTheWindowAndEveryEditorTab) {
     writeVmx("a/a.vmx");
     writeVmx("b/b.vmx");
     open();
-    window->settings().CreateBackups = false;
-    Builder* first = window->OpenEditorTab(true, at("a/a.vmx"), {}, 8, {});
-    Builder* second = window->OpenEditorTab(true, at("b/b.vmx"), {}, 8, {});
-    ASSERT_EQ(window->activeEditor(), second);
-
-    struct Step { const char* option; const char* optionsTab; const char* hardwareTab; };
-    for (const Step& step : {Step{"optLangDe", "Wahlen", ""}, Step{"optLangEn", "Options", "Hardware"}}) {
-        inOptions(*window, [&](QWidget* d) { child<QRadioButton>(d, step.option)->setChecked(true); });
-        for (Builder* editor : {first, second}) {
+    Builder* editors[] = {edit("a/a.vmx"), edit("b/b.vmx")};
+    // German lacks most texts and shows what remains: no fall-back to English.
+    struct Step { const char *option; int offset; const char *options, *newVm, *home, *hardware, *add, *pipeEnd; };
+    for (const Step& s : {Step{"optLangDe", 500, "Wahlen", "", "", "", "...", ":"},
+                          Step{"optLangEn", 0, "Options", "Create New Virtual Machine", "Home", "Hardware", "Add...", "This End:"}}) {
+        inOptions(*window, [&](QWidget* d) { child<QRadioButton>(d, s.option)->setChecked(true); });
+        EXPECT_EQ(window->settings().LanguageOffset, s.offset);
+        EXPECT_EQ(window->windowTitle() + " " + child<QLabel>(window.get(), "lblVersion")->text(), "Arden Forge v1.0.0 by BRK/WN");
+        EXPECT_EQ(child<QAction>(window.get(), "mnuOptions")->iconText(), s.options);
+        EXPECT_EQ(child<QAction>(window.get(), "mnuFileNew")->iconText(), s.newVm);
+        EXPECT_EQ(tabs()->tabText(0), s.home);
+        for (Builder* editor : editors) {
             auto* pages = child<QTabWidget>(editor, "sstMain");
-            EXPECT_EQ(pages->tabText(0), step.optionsTab) << editor->objectName().toStdString() << " " << step.option;
-            EXPECT_EQ(pages->tabText(1), step.hardwareTab) << editor->objectName().toStdString() << " " << step.option;
+            EXPECT_EQ(pages->tabText(0), s.options) << s.option;
+            EXPECT_EQ(pages->tabText(1), s.hardware) << s.option;
+            EXPECT_EQ(child<QPushButton>(editor, "cmdHardwareAdd")->text(), s.add);
+            EXPECT_EQ(child<QLabel>(editor, "lblSerPipeEnd1")->text(), s.pipeEnd);
         }
     }
 }
 
-TEST_F(MainWindow, TheSummaryAfterASaveWaitsCentredOverTheWindow) {
-    writeVmx("vm/vm.vmx");
-    open();
-    window->settings().CreateBackups = false;
-    window->setGeometry(40, 40, 720, 700);  // the summary fits on the screen when centred
-    window->OpenEditorTab(true, at("vm/vm.vmx"), {}, 8, {});
-    script.letWindowsBlock(true);
+// The box "Create backup when editing existing VMX file" decides whether opening a file for
+// editing first copies it to NAME.vmx.bak; the dialog shows the setting it stored.
+TEST_F(MainWindow, TheBackupBoxTurnsTheBackupOnOpeningOffAndOn) {
+    writeVmx("a/a.vmx");
+    const fs::path second = writeVmx("b/b.vmx");
+    open({}, true);
+    auto setBox = [&](bool checked) {
+        bool shown = false;
+        inOptions(*window, [&](QWidget* d) {
+            auto* box = child<QCheckBox>(d, "chkBackup");
+            EXPECT_EQ(box->text(), "Create backup when editing existing VMX file");
+            shown = box->isChecked();
+            box->setChecked(checked);
+        });
+        return shown;
+    };
+    EXPECT_TRUE(setBox(false));
+    EXPECT_FALSE(setBox(false));
+    edit("a/a.vmx");
 
-    bool saveReturned = false, seen = false;
-    onNextModal([&](QWidget* modal) {
-        auto* summary = qobject_cast<frmSummary*>(modal);
-        ASSERT_NE(summary, nullptr) << modal->objectName().toStdString();
-        seen = true;
-        EXPECT_FALSE(saveReturned) << "the save waits for the window";
-        EXPECT_TRUE(summary->output().contains("memsize = \"256\""));
-        const QPoint offset = summary->geometry().center() - window->geometry().center();
-        EXPECT_LE(offset.manhattanLength(), 10) << "centred over the main window";
-        summary->close();
-    });
-    window->saveConfiguration();
-    saveReturned = true;
-    EXPECT_TRUE(seen) << "the summary was shown as a window the save waits on";
-    EXPECT_EQ(child<QTreeWidget>(window.get(), "lvwVMs")->topLevelItemCount(), 1) << "the favourite after the window";
+    setBox(true);
+    EXPECT_TRUE(setBox(true));
+    edit("b/b.vmx");
+    EXPECT_EQ(arden::test::readBytes(home.path() / "b" / "b.vmx.bak"), arden::test::readBytes(second));
+    EXPECT_EQ(said(script), QStringList{"Backup Made: Backup file created as: " + at("b/b.vmx.bak")});
 }
 
 TEST_F(MainWindow, MovingTheSettingsFolderTakesTheFavouritesAlong) {
     arden::test::writeBytes(home.path() / "tmp" / "ArdenForge.ini",
                             "[General]\r\nCreateBackups=-1\r\n[Favorites]\r\nFavorite0=Kept\t/home/user/vms/k.vmx\t8\r\n");
     fs::create_directory(home.path() / "shared");
-    fs::create_directory(home.path() / "own");
-    arden::test::writeBytes(home.path() / "own" / "ArdenForge.ini", "[General]\r\nLanguageOffset=0\r\n");
     open();
     QString note;
     inOptions(*window, [&](QWidget* d) {
-        EXPECT_EQ(child<QLabel>(d, "lblIniNote")->text(), "Settings are read from " + at("tmp/ArdenForge.ini") +
-                                                             " and written to " + at("tmp/ArdenForge.ini") +
-                                                             " when Arden Forge closes.");
         child<QLineEdit>(d, "txtIniPath")->setText(at("shared"));
         note = child<QLabel>(d, "lblIniNote")->text();
     });
@@ -90,62 +96,84 @@ TEST_F(MainWindow, MovingTheSettingsFolderTakesTheFavouritesAlong) {
                         at("tmp/ArdenForge.ini") + " when Arden Forge closes.");
     EXPECT_EQ(arden::test::readBytes(home.path() / "shared" / "ArdenForge.ini"),
               arden::test::readBytes(home.path() / "tmp" / "ArdenForge.ini"));
-
-    // A folder with its own settings file keeps it.
-    inOptions(*window, [&](QWidget* d) { child<QLineEdit>(d, "txtIniPath")->setText(at("own")); });
-    EXPECT_EQ(arden::test::readBytes(home.path() / "own" / "ArdenForge.ini"), "[General]\r\nLanguageOffset=0\r\n");
-    inOptions(*window, [&](QWidget* d) { child<QLineEdit>(d, "txtIniPath")->setText(at("shared")); });
     EXPECT_TRUE(script.messages().empty());
-
     window->close();
     open();
-    auto* list = child<QTreeWidget>(window.get(), "lvwVMs");
-    ASSERT_EQ(list->topLevelItemCount(), 1) << "the next start reads the new folder and finds the favourite";
-    EXPECT_EQ(list->topLevelItem(0)->text(0), "Kept");
+    EXPECT_EQ(column(favourites(), 0), QStringList{"Kept"}) << "the next start reads the new folder";
 }
 
-TEST_F(MainWindow, TheSummaryColumnFitsItsTextsAndTellsThemAsTips) {
-    const fs::path sample = arden::test::corpusDir() / "vmx" / "ubuntuforumsarchive__WinXPPro-server104-hw4.vmx";
-    ASSERT_TRUE(fs::exists(sample));
-    fs::copy_file(sample, home.path() / "xp.vmx");
-    open();
-    window->settings().CreateBackups = false;
-    Builder* editor = window->OpenEditorTab(true, at("xp.vmx"), {}, 8, {});
-    settle();
-    auto* list = child<QTreeWidget>(editor, "lvwOptionsList");
-    const QFontMetrics metrics(list->font());
-    const int visibleEnd = list->header()->sectionViewportPosition(1) + list->header()->sectionSize(1);
-    EXPECT_LE(visibleEnd, list->viewport()->width());
-    for (int i = 0; i < list->topLevelItemCount(); ++i) {
-        const QTreeWidgetItem* row = list->topLevelItem(i);
-        ASSERT_FALSE(row->text(1).isEmpty());
-        EXPECT_GE(list->header()->sectionSize(1), metrics.horizontalAdvance(row->text(1)) + 8)
-            << row->text(1).toStdString();
-        EXPECT_EQ(row->toolTip(0), row->text(1));
-        EXPECT_EQ(row->toolTip(1), row->text(1));
+TEST_F(MainWindow, EveryMenuShortcutDoesItsCommand) {
+    struct Case {
+        const char* keys;
+        std::function<bool()> done;
+    };
+    writeVmx("vm/vm.vmx");
+    auto lastTitle = [&] { return script.shown().empty() ? QString() : script.shown().back().title; };
+    const Case cases[] = {
+        {"Ctrl+N", [&] { return !script.shown().empty() && script.shown().front().title == "New Virtual Machine Location"; }},
+        {"Ctrl+O", [&] { return lastTitle() == "Select Existing Virtual Machine Configuration"; }},
+        {"Ctrl+S", [&] { return favourites()->topLevelItemCount() == 1; }},
+        {"Ctrl+W", [&] { return tabs()->count() == 1; }},
+        {"Ctrl+R", [&] { return lastTitle() == "Launch Virtual Machine"; }},
+        {"F1", [&] { return said(script) == QStringList{"No Help Yet: Coming soon.  For good information, read the VMware documentation."}; }},
+        {"F10", [&] { return QApplication::activePopupWidget() == child<QMenu>(window.get(), "mnuFile"); }},
+        {"Alt+H, C", [&] { return lastTitle() == "No Help Yet"; }},  // "&Help", "&Contents"
+        {"Ctrl+Q", [&] { return !window->isVisible() && settingsWritten(); }},
+    };
+    for (const Case& c : cases) {
+        open();
+        window->settings().LaunchApplication = at("no-such-launcher").toStdString();
+        edit("vm/vm.vmx");
+        activate(window.get());
+        script.clear();
+        const QKeySequence keys(QString::fromLatin1(c.keys));
+        for (int i = 0; i < keys.count(); ++i) {
+            QTest::keyClick(QApplication::activePopupWidget() ? QApplication::activePopupWidget() : window.get(),
+                            keys[i].key(), keys[i].keyboardModifiers());
+            if (i + 1 < keys.count()) QTRY_VERIFY_WITH_TIMEOUT(QApplication::activePopupWidget(), 2000);
+        }
+        settle();
+        EXPECT_TRUE(c.done()) << c.keys;
     }
 }
 
-TEST_F(MainWindowReal, SmallBoxesAreSizedForTheirTexts) {
+// Real message boxes: Enter answers with the default button, which must keep the work.
+TEST_F(MainWindowReal, EnterOnADiscardQuestionKeepsTheWork) {
+    writeVmx("vm/vm.vmx");
     open();
-    int width = 0, titleWidth = 0;
-    onNextModal([&](QWidget* modal) {
-        QFont bold = modal->font();
-        bold.setBold(true);
-        titleWidth = QFontMetrics(bold).horizontalAdvance("Display Name?");
-        width = modal->width();
-        qobject_cast<QDialog*>(modal)->reject();
-    });
-    EXPECT_EQ(askText(window.get(), "Enter Display Name for VM", "Display Name?", "New VM"), std::nullopt);
-    EXPECT_GE(width, titleWidth + 200) << "room for the title beside the title bar's icon and buttons";
+    Builder* editor = edit("vm/vm.vmx");
+    typeKeys(editor, "txtDisplayName", " Changed");
+    QStringList asked;
+    auto pressEnter = [&](QWidget* box) {
+        asked << box->windowTitle();
+        QTest::keyClick(box, Qt::Key_Return);
+    };
+    onNextModal(pressEnter);
+    EXPECT_FALSE(window->CloseEditorTab());
+    onNextModal(pressEnter);
+    QCloseEvent quit;
+    QApplication::sendEvent(window.get(), &quit);
+    EXPECT_FALSE(quit.isAccepted()) << "quitting with Enter";
+    EXPECT_EQ(asked, QStringList(2, "Unsaved Changes exist - Small One Changed"));
+    EXPECT_EQ(tabs()->count(), 2);
+}
 
-    QString version;
-    onNextModal([&](QWidget* about) {
-        version = child<QLabel>(about, "lblVersion")->text();
-        about->close();
+TEST_F(MainWindow, TheSummaryAfterASaveWaitsCentredOverTheWindow) {
+    writeVmx("vm/vm.vmx");
+    open();
+    window->setGeometry(40, 40, 720, 700);  // the summary fits on the screen when centred
+    edit("vm/vm.vmx");
+    script.letWindowsBlock(true);
+    QString seen;
+    onNextModal([&](QWidget* summary) {
+        seen = qobject_cast<frmSummary*>(summary) ? qobject_cast<frmSummary*>(summary)->output() : "not the summary";
+        EXPECT_EQ(favourites()->topLevelItemCount(), 0) << "the save waits for the window";
+        EXPECT_LE((summary->geometry().center() - window->geometry().center()).manhattanLength(), 10);
+        summary->close();
     });
-    window->showAbout();
-    EXPECT_EQ(version, "v1.0.0 by BRK/WN");
+    window->saveConfiguration();
+    EXPECT_TRUE(seen.contains("memsize = \"256\"")) << seen;
+    EXPECT_EQ(favourites()->topLevelItemCount(), 1) << "the favourite after the window";
 }
 
 }  // namespace

@@ -1,20 +1,12 @@
 #pragma once
 // The main window under test: its own temporary folder and per-user store, so settings start
 // from scratch, and a small configuration to open. MainWindowReal shows real dialogs (a test
-// answers them with the keyboard); MainWindow scripts and records every prompt.
-#include <gtest/gtest.h>
-
-#include <QLineEdit>
+// answers them itself); MainWindow scripts and records every prompt.
 #include <QTabWidget>
 #include <QTest>
-#include <filesystem>
-#include <memory>
 
 #include "GuiTestSupport.h"
-#include "TestSupport.h"
-#include "gui/config/Builder.h"
 #include "gui/shell/frmMain.h"
-#include "gui/support/Prompts.h"
 
 namespace arden::gui::test {
 
@@ -35,14 +27,18 @@ protected:
         qunsetenv("XDG_CONFIG_HOME");
     }
 
-    frmMain& open(const QString& commandLine = {}) {
+    // A fresh main window, shown; backups on opening off unless a test wants them.
+    frmMain& open(const QString& commandLine = {}, bool backups = false) {
         window = std::make_unique<frmMain>(commandLine);
+        window->settings().CreateBackups = backups;
         window->show();
         settle();
         return *window;
     }
+    Builder* edit(const std::string& name) { return window->OpenEditorTab(true, at(name), {}, 8, {}); }
     QTabWidget* tabs() { return child<QTabWidget>(window.get(), "sstMain"); }
-    QString at(const std::string& name) const { return QString::fromStdString((home.path() / name).string()); }
+    QTreeWidget* favourites() { return child<QTreeWidget>(window.get(), "lvwVMs"); }
+    QString at(const std::string& name) const { return qpath(home.path() / name); }
     std::filesystem::path writeVmx(const std::string& name, const std::string& text = kSmallVmx) {
         std::filesystem::path p = home.path() / name;
         std::filesystem::create_directories(p.parent_path());
@@ -51,7 +47,7 @@ protected:
     }
     // A settings file in the temporary folder means SaveSettings ran.
     bool settingsWritten() { return std::filesystem::exists(home.path() / "tmp" / "ArdenForge.ini"); }
-    void typeInto(Builder* editor, const char* name, const QString& text) {
+    void typeKeys(Builder* editor, const char* name, const QString& text) {
         auto* box = child<QLineEdit>(editor, name);
         box->setFocus();
         QTest::keyClicks(box, text);

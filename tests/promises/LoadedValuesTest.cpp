@@ -7,12 +7,7 @@
 #include "core/config/VmxTestSupport.h"  // tests/core/config
 
 using namespace arden;
-
-namespace {
-
-LoadResult parse(const std::string& text) { return test::parseIn(text); }
-
-}  // namespace
+using test::parseIn;
 
 // The README: `true`, `yes`, `on` and `1` read as true, in any letter case; their opposites
 // read as false.
@@ -24,7 +19,7 @@ TEST(LoadedFlags, EverySpellingOfTrueAndFalse) {
                           {"OFF", false},   {"0", false}};
     for (const Case& c : cases) {
         SCOPED_TRACE(c.spelling);
-        auto r = parse(std::string("debug = \"") + c.spelling + "\"\r\ngui.exitAtPowerOff = \"" + c.spelling +
+        auto r = parseIn(std::string("debug = \"") + c.spelling + "\"\r\ngui.exitAtPowerOff = \"" + c.spelling +
                        "\"\r\nisolation.tools.dnd.disable = \"" + c.spelling + "\"\r\n");
         ASSERT_TRUE(r.ok);
         EXPECT_EQ(r.config.advanced.debug, c.expected);
@@ -36,11 +31,10 @@ TEST(LoadedFlags, EverySpellingOfTrueAndFalse) {
 
 // Of a key written several times the last line counts, whatever the letter case of its key.
 TEST(LoadedKeys, TheLastOfRepeatedLinesCounts) {
-    auto r = parse("memsize = \"64\"\r\nMEMSIZE = \"128\"\r\ndebug = \"TRUE\"\r\ndebug = \"FALSE\"\r\n"
+    auto r = parseIn("memsize = \"64\"\r\nMEMSIZE = \"128\"\r\ndebug = \"TRUE\"\r\ndebug = \"FALSE\"\r\n"
                    "displayName = \"first\"\r\ndisplayname = \"second\"\r\n");
     ASSERT_TRUE(r.ok);
-    const Device& memory = r.config.devices.devices(DeviceType::Memory)[0];
-    EXPECT_EQ(deviceSummary(memory), "128 MB");
+    EXPECT_EQ(deviceSummary(r.config.devices.devices(DeviceType::Memory)[0]), "128 MB");
     EXPECT_FALSE(r.config.advanced.debug);
     EXPECT_EQ(r.config.identity.displayName, "second");
     std::string written = writeVmxText(r.config);
@@ -51,7 +45,7 @@ TEST(LoadedKeys, TheLastOfRepeatedLinesCounts) {
 // A file without `memsize` or `numvcpus` shows one processor and 32 MB, and a re-save adds
 // neither key.
 TEST(LoadedKeys, WithoutMemoryOrProcessorsTheProductsFigures) {
-    auto r = parse("displayName = \"bare\"\r\nguestOS = \"winxppro\"\r\n");
+    auto r = parseIn("displayName = \"bare\"\r\nguestOS = \"winxppro\"\r\n");
     ASSERT_TRUE(r.ok);
     ASSERT_EQ(r.config.devices.count(DeviceType::Cpu), 1);
     EXPECT_EQ(deviceSummary(r.config.devices.devices(DeviceType::Cpu)[0]), "Virtual processor");
