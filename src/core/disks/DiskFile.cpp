@@ -130,15 +130,17 @@ FileError DiskFile::writeAt(std::int64_t offset, std::string_view bytes) {
 }
 
 FileError DiskFile::setLength(std::int64_t bytes) {
-    FILE_END_OF_FILE_INFO end{};
-    end.EndOfFile.QuadPart = bytes;
-    if (!SetFileInformationByHandle(systemHandle(handle_), FileEndOfFileInfo, &end, sizeof end)) return windowsFailure(path_);
+    HANDLE file = systemHandle(handle_);
+    LARGE_INTEGER end{};
+    end.QuadPart = bytes;
+    if (!SetFilePointerEx(file, end, nullptr, FILE_BEGIN) || !SetEndOfFile(file)) return windowsFailure(path_);
     return std::nullopt;
 }
 
 // The file system reserves the clusters (FileAllocationInfo), then the file is made long
-// enough to cover them (SetEndOfFile's equivalent): what is reserved is real space, and reads
-// of the part not yet written give zeros.
+// enough to cover them (SetEndOfFile): what is reserved is real space, and reads of the part
+// not yet written give zeros. Where the call is not available (Wine does not implement it for
+// files), the caller writes zeros instead.
 FileError DiskFile::allocate(std::int64_t offset, std::int64_t length, bool& unsupported) {
     unsupported = false;
     HANDLE file = systemHandle(handle_);
@@ -149,7 +151,8 @@ FileError DiskFile::allocate(std::int64_t offset, std::int64_t length, bool& uns
     reserve.AllocationSize.QuadPart = offset + length;
     if (!SetFileInformationByHandle(file, FileAllocationInfo, &reserve, sizeof reserve)) {
         DWORD code = GetLastError();
-        if (code == ERROR_INVALID_PARAMETER || code == ERROR_NOT_SUPPORTED || code == ERROR_INVALID_FUNCTION) {
+        if (code == ERROR_INVALID_PARAMETER || code == ERROR_NOT_SUPPORTED || code == ERROR_INVALID_FUNCTION ||
+            code == ERROR_CALL_NOT_IMPLEMENTED) {
             unsupported = true;
             return std::nullopt;
         }
