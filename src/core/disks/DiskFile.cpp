@@ -96,14 +96,6 @@ void lowerThreadPriority() {
 #endif
 }
 
-FileError DiskFile::close() {
-    if (handle_ < 0) return std::nullopt;
-    int fd = handle_;
-    handle_ = -1;
-    if (::close(fd) != 0) return failure(path_, errno);
-    return std::nullopt;
-}
-
 #else
 
 // The file is opened through the C runtime (so the handle is an int on both systems) and
@@ -168,15 +160,20 @@ FileError DiskFile::flushAndRelease() {
 
 void lowerThreadPriority() { SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_BELOW_NORMAL); }
 
+#endif
+
 FileError DiskFile::close() {
     if (handle_ < 0) return std::nullopt;
     int fd = handle_;
     handle_ = -1;
-    if (::_close(fd) != 0) return failure(path_, errno);
+#ifdef _WIN32
+    const int closed = ::_close(fd);
+#else
+    const int closed = ::close(fd);
+#endif
+    if (closed != 0) return failure(path_, errno);
     return std::nullopt;
 }
-
-#endif
 
 void DiskFile::discard() {
     close();
