@@ -83,8 +83,14 @@ const Command kCommands[] = {
      "  favorites add NAME PATH [VERSION]\n"
      "  favorites remove NAME\n"
      "      Add (or replace) a favourite, VERSION defaulting to 8, or remove one, and save the\n"
+#ifdef _WIN32
+     "      settings. ArdenForge.ini is written to the temporary folder (TEMP) and read from the\n"
+     "      folder in the registry value IniLocation of\n"
+     "      HKEY_CURRENT_USER\\Software\\Brackenware\\Arden Forge."},
+#else
      "      settings. TMPDIR names the temporary folder that holds ArdenForge.ini and\n"
      "      XDG_CONFIG_HOME the folder of the per-user store."},
+#endif
 };
 
 int printHelp(std::ostream& out) {
