@@ -26,7 +26,11 @@ set(ARDEN_WINDOWS_EXCLUDED_TESTS
   # Makes a symbolic link: Windows (and Wine) refuse without the privilege to create them.
   DiskChecks.AnyExistingFileOfTheDiskRefuses
   # A file name holding ":", which no Windows file name may hold.
-  DiskNames.ARelativeNameReachesQemuImgAsAFile)
+  DiskNames.ARelativeNameReachesQemuImgAsAFile
+  # Makes a growable disk with qemu-img.exe, which Debian does not package for Windows (the test
+  # skips, and fails in CI). The disks of the Windows program are read back by Linux's qemu-img
+  # -> windows_split_disk_qemu_check.
+  DiskReader.DisksThisProgramMakesWithAwkwardNamesAndSizes)
 
 string(REPLACE ";" "\" \"" _ignored "${ARDEN_WINDOWS_EXCLUDED_TESTS}")
 file(WRITE ${CMAKE_BINARY_DIR}/CTestCustom.cmake
