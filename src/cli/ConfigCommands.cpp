@@ -11,6 +11,7 @@
 #include "core/hardware/DeviceTexts.h"
 #include "core/shell/GetText.h"
 #include "core/support/AtomicFile.h"
+#include "core/support/TempFolder.h"
 
 namespace arden::cli {
 namespace {
@@ -104,7 +105,7 @@ int runResave(Args args) {
     if (args.size() != 1) return usageError("resave needs one FILE");
     if (output) {
         // Only a regular file (or a new name) is written over; nothing is read or written first.
-        if (std::string kind = nonRegularKind(*output); !kind.empty()) {
+        if (std::string kind = nonRegularKind(filePath(*output)); !kind.empty()) {
             printMessage(Message{MessageKind::Critical, {TextPart::fixed("Unable to Save")},
                                  {TextPart::fixed(*output + " is " + kind + ", not a regular file; --output names a "
                                                   "configuration file to write")}});
@@ -114,11 +115,11 @@ int runResave(Args args) {
     auto config = loadConfiguration(args[0]);
     if (!config) return Refused;
     if (output) {
-        fs::path out = fs::absolute(*output);
-        std::string folder = out.parent_path().string();
-        if (!folder.empty() && folder.back() != '/') folder += '/';
+        fs::path out = fs::absolute(filePath(*output));
+        std::string folder = pathText(out.parent_path());
+        if (!folder.empty() && folder.back() != '/' && folder.back() != kPathSeparator) folder += kPathSeparator;
         config->identity.vmxFolder = folder;
-        config->identity.vmxFileName = out.filename().string();
+        config->identity.vmxFileName = pathText(out.filename());
     }
     if (!questionsAnswered(*config, yes)) return Refused;
     if (backup && !backupMade(args[0])) return Refused;

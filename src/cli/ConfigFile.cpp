@@ -6,13 +6,14 @@
 #include "core/config/SaveFlow.h"
 #include "core/config/VmxLoader.h"
 #include "core/hardware/NetworkAdapter.h"
+#include "core/support/PathText.h"
 
 namespace arden::cli {
 
 namespace fs = std::filesystem;
 
 std::optional<VmConfiguration> loadConfiguration(const std::string& file, bool printNotices) {
-    LoadResult r = loadVmxFile(fs::absolute(file));
+    LoadResult r = loadVmxFile(fs::absolute(filePath(file)));
     if (!r.ok) {
         printMessage(*r.error);
         return std::nullopt;
@@ -50,7 +51,7 @@ int writeConfiguration(const VmConfiguration& config, bool printPath) {
 
 bool backupMade(const std::string& file) {
     bool ok = false;
-    printMessage(makeBackup(fs::absolute(file), ok));
+    printMessage(makeBackup(fs::absolute(filePath(file)), ok));
     return ok;
 }
 

@@ -10,6 +10,7 @@
 #include "core/hardware/DeviceTexts.h"
 #include "core/hardware/NodeAssignment.h"
 #include "core/support/TextUtil.h"
+#include "core/support/PathText.h"
 
 namespace arden::cli {
 namespace {
@@ -113,7 +114,7 @@ int runAdd(Args args) {
         return Refused;
     }
     Device& device = store.createDevice(*type);
-    if (file) useFile(device, fs::absolute(*file).string());
+    if (file) useFile(device, pathText(fs::absolute(filePath(*file))));
     if (node) {
         NodeChoice choice = chooseNode(store, *type, device.identifier, *node);
         show(choice.message);

@@ -9,6 +9,7 @@
 #include "core/disks/DiskCreator.h"
 #include "core/disks/DiskInformation.h"
 #include "core/disks/DiskValidation.h"
+#include "core/support/PathText.h"
 
 namespace arden::cli {
 
@@ -96,7 +97,7 @@ int runDiskCreate(Args args) {
         return Refused;
     }
 
-    NewDiskRequest request{file, *adapter, *sectors, *kind, 3};
+    NewDiskRequest request{filePath(file), *adapter, *sectors, *kind, 3};
     DiskRequestCheck check = checkNewDisk(request);
     if (check.refusal) {
         printMessage(*check.refusal);
@@ -131,7 +132,7 @@ int runDiskCreate(Args args) {
 int runDiskInfo(Args args) {
     if (std::string unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 1) return usageError("disk info takes one FILE.vmdk");
-    DiskReadResult read = readDiskInformation(args[0]);
+    DiskReadResult read = readDiskInformation(filePath(args[0]));
     if (!read.information) {
         printMessage(read.failure);
         return Refused;

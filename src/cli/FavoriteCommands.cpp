@@ -9,6 +9,7 @@
 #include "core/support/IniDocument.h"
 #include "core/support/TempFolder.h"
 #include "core/support/cInifile.h"
+#include "core/support/PathText.h"
 
 namespace arden::cli {
 
@@ -53,11 +54,11 @@ int add(const Args& args) {
         }
     }
     std::error_code ec;
-    std::filesystem::path path(args[1]);
+    std::filesystem::path path = filePath(args[1]);
     if (path.is_relative()) path = std::filesystem::absolute(path, ec);
 
     ProgramSettings settings = loadedSettings();
-    AddFavorite(settings.Favorites, FavoriteRecord{name, path.string(), static_cast<std::int16_t>(version), 0});
+    AddFavorite(settings.Favorites, FavoriteRecord{name, pathText(path), static_cast<std::int16_t>(version), 0});
     return saved(settings);
 }
 

@@ -5,6 +5,13 @@
 
 #include "cli/CliCommands.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#include <shellapi.h>
+
+#include "core/support/WindowsText.h"
+#endif
+
 namespace {
 
 struct Command {
@@ -77,8 +84,14 @@ const Command kCommands[] = {
      "  favorites add NAME PATH [VERSION]\n"
      "  favorites remove NAME\n"
      "      Add (or replace) a favourite, VERSION defaulting to 8, or remove one, and save the\n"
+#ifdef _WIN32
+     "      settings. ArdenForge.ini is written to the temporary folder (TEMP) and read from the\n"
+     "      folder in the registry value IniLocation of\n"
+     "      HKEY_CURRENT_USER\\Software\\Brackenware\\Arden Forge."},
+#else
      "      settings. TMPDIR names the temporary folder that holds ArdenForge.ini and\n"
      "      XDG_CONFIG_HOME the folder of the per-user store."},
+#endif
 };
 
 int printHelp(std::ostream& out) {
@@ -88,13 +101,31 @@ int printHelp(std::ostream& out) {
     return 0;
 }
 
+// The arguments after the program's name, as UTF-8. On Windows they are taken from the wide
+// command line: argv holds them in the system code page, which cannot spell every file name.
+std::vector<std::string> commandArguments(int argc, char** argv) {
+#ifdef _WIN32
+    (void)argc;
+    (void)argv;
+    std::vector<std::string> args;
+    int count = 0;
+    if (wchar_t** wide = CommandLineToArgvW(GetCommandLineW(), &count)) {
+        for (int i = 1; i < count; ++i) args.push_back(arden::wideToUtf8(wide[i]));
+        LocalFree(wide);
+    }
+    return args;
+#else
+    return std::vector<std::string>(argv + 1, argv + argc);
+#endif
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
     // Every command writes through the C++ streams only: without the C library's buffers in
     // step, printing a machine of many thousand devices is several times faster.
     std::ios::sync_with_stdio(false);
-    std::vector<std::string> args(argv + 1, argv + argc);
+    std::vector<std::string> args = commandArguments(argc, argv);
     if (args.empty() || args[0] == "help" || args[0] == "--help" || args[0] == "-h") {
         return printHelp(args.empty() ? std::cerr : std::cout) == 0 && args.empty()
                    ? arden::cli::UsageError

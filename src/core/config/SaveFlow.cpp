@@ -37,11 +37,11 @@ namespace {
 // The lock beside `file` whose name is the file's name and ".lck" in any letter case, and what it is.
 std::optional<std::pair<std::filesystem::path, std::string>> findLock(const std::filesystem::path& file) {
     namespace fs = std::filesystem;
-    const std::string wanted = file.filename().string() + ".lck";
+    const std::string wanted = pathText(file.filename()) + ".lck";
     fs::path folder = file.parent_path().empty() ? fs::path(".") : file.parent_path();
     std::error_code ec;
     for (fs::directory_iterator it(folder, ec), end; !ec && it != end; it.increment(ec)) {
-        if (!equalsIgnoreCase(it->path().filename().string(), wanted)) continue;
+        if (!equalsIgnoreCase(pathText(it->path().filename()), wanted)) continue;
         fs::file_status st = fs::symlink_status(it->path(), ec);
         std::string kind = fs::is_symlink(st) ? "link" : fs::is_directory(st) ? "folder" : "file";
         return std::make_pair(it->path(), kind);
@@ -53,7 +53,7 @@ std::optional<std::pair<std::filesystem::path, std::string>> findLock(const std:
 
 std::optional<Message> inUseQuestion(const VmConfiguration& config) {
     // The product locks the path it opened; a file reached through a link is looked at on both sides.
-    const std::filesystem::path given = config.vmxPath();
+    const std::filesystem::path given = filePath(config.vmxPath());
     auto lock = findLock(given);
     if (!lock) {
         std::filesystem::path real = followLinks(given);
@@ -62,7 +62,7 @@ std::optional<Message> inUseQuestion(const VmConfiguration& config) {
     if (!lock) return std::nullopt;
     return Message{MessageKind::Question,
                    {TextPart::fixed("Virtual Machine in Use")},
-                   {TextPart::fixed("The lock " + lock->second + " " + lock->first.string() +
+                   {TextPart::fixed("The lock " + lock->second + " " + pathText(lock->first) +
                                     " shows that a VMware product has this virtual machine open; it may write over "
                                     "your changes when it closes.  Save anyway?")}};
 }
@@ -87,20 +87,20 @@ SaveResult CreateVmxFile(const VmConfiguration& config) {
         return result;
     }
     // A missing folder is created, one level only: a missing parent makes the save fail.
-    std::filesystem::path folder = config.identity.vmxFolder;
+    std::filesystem::path folder = filePath(config.identity.vmxFolder);
     std::error_code ec;
     if (!std::filesystem::is_directory(folder, ec)) {
         if (!std::filesystem::create_directory(folder, ec) || ec) {
             result.refusal = Message{MessageKind::Critical,
                                      {TextPart::fixed("Unable to Save")},
-                                     {TextPart::fixed("Cannot create the folder " + folder.string() + ": " +
+                                     {TextPart::fixed("Cannot create the folder " + pathText(folder) + ": " +
                                                       (ec ? ec.message() : std::string("it exists and is not a folder")))}};
             return result;
         }
     }
     result.text = writeVmxText(config);
     FileWriteReport report;
-    if (auto error = writeFileAtomically(result.path, result.text, &report)) {
+    if (auto error = writeFileAtomically(filePath(result.path), result.text, &report)) {
         result.refusal = Message{MessageKind::Critical, {TextPart::fixed("Unable to Save")}, {TextPart::fixed(*error)}};
         return result;
     }
@@ -127,7 +127,7 @@ Message makeBackup(const std::filesystem::path& vmxPath, bool& ok) {
                        {TextPart::fixed("No backup was made: " + error)}};
     }
     return Message{MessageKind::Information, {TextPart::fixed("Backup Made")},
-                   {TextPart::fixed("Backup file created as: " + backup.string())}};
+                   {TextPart::fixed("Backup file created as: " + pathText(backup))}};
 }
 
 }  // namespace arden

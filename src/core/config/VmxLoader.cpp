@@ -111,9 +111,9 @@ LoadResult loadVmxFile(const std::filesystem::path& path) {
         r.error = Message{MessageKind::Critical, {TextPart::fixed("Unable to Open Configuration")}, {TextPart::fixed(error)}};
         return r;
     }
-    std::string folder = path.parent_path().string();
+    std::string folder = pathText(path.parent_path());
     if (!folder.empty() && folder.back() != '/' && folder.back() != '\\') folder += static_cast<char>(std::filesystem::path::preferred_separator);
-    return parseVmxText(*bytes, folder, path.filename().string(), path.string());
+    return parseVmxText(*bytes, folder, pathText(path.filename()), pathText(path));
 }
 
 }  // namespace arden

@@ -5,6 +5,7 @@
 #include <fstream>
 
 #include "core/support/TextUtil.h"
+#include "core/support/PathText.h"
 
 namespace arden::disks {
 
@@ -163,14 +164,14 @@ std::optional<std::string> readDescriptorText(const fs::path& path, std::string&
 }
 
 std::optional<fs::path> descriptorNamingExtent(const fs::path& extent) {
-    const std::string name = extent.filename().string();
+    const std::string name = pathText(extent.filename());
     fs::path folder = extent.parent_path();
     if (folder.empty()) folder = ".";
     std::error_code ec;
     int examined = 0;
     for (fs::directory_iterator it(folder, ec), end; !ec && it != end && examined < kMostSiblingsExamined; it.increment(ec)) {
         const fs::path candidate = it->path();
-        if (candidate.filename() == extent.filename() || !equalsIgnoreCase(candidate.extension().string(), ".vmdk")) continue;
+        if (candidate.filename() == extent.filename() || !equalsIgnoreCase(pathText(candidate.extension()), ".vmdk")) continue;
         std::error_code sizeError;
         if (!it->is_regular_file(sizeError) || it->file_size(sizeError) > kMaxDescriptorBytes) continue;
         ++examined;

@@ -32,7 +32,7 @@ public:
     // Reports the current step; false when the receiver cancelled.
     bool report(DiskStep step, const fs::path& file, std::int64_t bytesDone) {
         state_.step = step;
-        state_.currentFile = file.string();
+        state_.currentFile = pathText(file);
         state_.bytesDone = bytesDone;
         if (!progress_ || progress_(state_)) return true;
         result_.cancelled = true;
@@ -131,7 +131,7 @@ DiskCreationResult createWithQemuImg(const NewDiskRequest& request, Creation& cr
         return creation.fail(reason);
     }
     std::error_code ec;
-    if (!fs::exists(file, ec)) return creation.fail(tool->string() + " ended without writing " + file.string());
+    if (!fs::exists(file, ec)) return creation.fail(pathText(*tool) + " ended without writing " + pathText(file));
     return creation.done(file);
 }
 
@@ -144,7 +144,7 @@ std::string qemuImgSizeText(std::int64_t totalSectors) {
 }
 
 std::vector<std::string> qemuImgArguments(const NewDiskRequest& request) {
-    std::string path = request.descriptorPath.string();
+    std::string path = pathText(request.descriptorPath);
     if (request.descriptorPath.is_relative()) path = "./" + path;
     return {"create",
             "-f",
@@ -164,7 +164,7 @@ DiskCreationResult createDisk(const NewDiskRequest& request, const DiskProgress&
         std::error_code ec;
         if (fs::exists(fs::symlink_status(file, ec))) {
             return creation.fail(diskMessage(MessageKind::Warning, text::kFileExists, text::kDiskAlreadyExists,
-                                             file.string()));
+                                             pathText(file)));
         }
     }
     if (request.kind == DiskKind::Growable) return createWithQemuImg(request, creation);

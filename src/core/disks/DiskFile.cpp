@@ -6,7 +6,14 @@
 
 #include "core/support/AtomicFile.h"
 
-#ifndef _WIN32
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#include <sys/stat.h>
+#include <windows.h>
+
+#include "core/support/WindowsText.h"
+#else
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -18,6 +25,12 @@ namespace arden::disks {
 namespace {
 
 FileError failure(const std::filesystem::path& path, int err) { return describeFileError("Cannot write", path, err); }
+
+#ifdef _WIN32
+FileError windowsFailure(const std::filesystem::path& path) { return describeWindowsError("Cannot write", path, GetLastError()); }
+
+HANDLE systemHandle(int fd) { return reinterpret_cast<HANDLE>(::_get_osfhandle(fd)); }
+#endif
 
 }  // namespace
 
@@ -83,15 +96,84 @@ void lowerThreadPriority() {
 #endif
 }
 
+#else
+
+// The file is opened through the C runtime (so the handle is an int on both systems) and
+// written and sized through its Windows handle.
+DiskFile DiskFile::createNew(const std::filesystem::path& path, FileError& error) {
+    int fd = ::_wopen(path.c_str(), _O_WRONLY | _O_CREAT | _O_EXCL | _O_BINARY | _O_NOINHERIT, _S_IREAD | _S_IWRITE);
+    if (fd < 0) error = failure(path, errno);
+    return DiskFile(path, fd);
+}
+
+FileError DiskFile::writeAt(std::int64_t offset, std::string_view bytes) {
+    HANDLE file = systemHandle(handle_);
+    while (!bytes.empty()) {
+        OVERLAPPED at{};
+        at.Offset = static_cast<DWORD>(offset & 0xFFFFFFFF);
+        at.OffsetHigh = static_cast<DWORD>(offset >> 32);
+        DWORD written = 0;
+        DWORD piece = static_cast<DWORD>(std::min<std::size_t>(bytes.size(), 1u << 30));
+        if (!WriteFile(file, bytes.data(), piece, &written, &at)) return windowsFailure(path_);
+        bytes.remove_prefix(written);
+        offset += written;
+    }
+    return std::nullopt;
+}
+
+FileError DiskFile::setLength(std::int64_t bytes) {
+    HANDLE file = systemHandle(handle_);
+    LARGE_INTEGER end{};
+    end.QuadPart = bytes;
+    if (!SetFilePointerEx(file, end, nullptr, FILE_BEGIN) || !SetEndOfFile(file)) return windowsFailure(path_);
+    return std::nullopt;
+}
+
+// The file system reserves the clusters (FileAllocationInfo), then the file is made long
+// enough to cover them (SetEndOfFile): what is reserved is real space, and reads of the part
+// not yet written give zeros. Where the call is not available (Wine does not implement it for
+// files), the caller writes zeros instead.
+FileError DiskFile::allocate(std::int64_t offset, std::int64_t length, bool& unsupported) {
+    unsupported = false;
+    HANDLE file = systemHandle(handle_);
+    LARGE_INTEGER size{};
+    if (!GetFileSizeEx(file, &size)) return windowsFailure(path_);
+    if (offset + length <= size.QuadPart) return std::nullopt;
+    FILE_ALLOCATION_INFO reserve{};
+    reserve.AllocationSize.QuadPart = offset + length;
+    if (!SetFileInformationByHandle(file, FileAllocationInfo, &reserve, sizeof reserve)) {
+        DWORD code = GetLastError();
+        if (code == ERROR_INVALID_PARAMETER || code == ERROR_NOT_SUPPORTED || code == ERROR_INVALID_FUNCTION ||
+            code == ERROR_CALL_NOT_IMPLEMENTED) {
+            unsupported = true;
+            return std::nullopt;
+        }
+        return windowsFailure(path_);
+    }
+    return setLength(offset + length);
+}
+
+FileError DiskFile::flushAndRelease() {
+    if (!FlushFileBuffers(systemHandle(handle_))) return windowsFailure(path_);
+    return std::nullopt;
+}
+
+void lowerThreadPriority() { SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_BELOW_NORMAL); }
+
+#endif
+
 FileError DiskFile::close() {
     if (handle_ < 0) return std::nullopt;
     int fd = handle_;
     handle_ = -1;
-    if (::close(fd) != 0) return failure(path_, errno);
+#ifdef _WIN32
+    const int closed = ::_close(fd);
+#else
+    const int closed = ::close(fd);
+#endif
+    if (closed != 0) return failure(path_, errno);
     return std::nullopt;
 }
-
-#endif
 
 void DiskFile::discard() {
     close();

@@ -8,6 +8,7 @@
 #include "core/disks/DiskTexts.h"
 #include "core/disks/NewDisk.h"
 #include "core/support/TextUtil.h"
+#include "core/support/PathText.h"
 
 namespace arden::disks {
 
@@ -81,7 +82,7 @@ std::string geometryText(long cylinders, long heads, long sectors) {
 DiskReadResult unreadable(const fs::path& path, const std::string& reason) {
     DiskReadResult r;
     r.failure = diskMessage(MessageKind::Warning, text::kCurrentDiskInformation, text::kUnableToReadDisk,
-                            path.string() + ": " + reason);
+                            pathText(path) + ": " + reason);
     return r;
 }
 
@@ -149,7 +150,7 @@ DiskReadResult readDiskInformation(const fs::path& path) {
         std::error_code ec;
         if (fs::is_regular_file(path, ec)) {
             if (std::optional<fs::path> owner = descriptorNamingExtent(path)) {
-                reason = "it is an extent of the disk " + owner->filename().string() + "; choose " + owner->string() +
+                reason = "it is an extent of the disk " + pathText(owner->filename()) + "; choose " + pathText(*owner) +
                          " instead";
             }
         }
@@ -158,8 +159,8 @@ DiskReadResult readDiskInformation(const fs::path& path) {
     std::error_code ec;
     fs::path full = fs::absolute(path, ec);
     if (ec) full = path;
-    info->folder = full.parent_path().string();
-    info->name = full.filename().string();
+    info->folder = pathText(full.parent_path());
+    info->name = pathText(full.filename());
     return DiskReadResult{std::move(info), {}};
 }
 

@@ -8,6 +8,7 @@
 #include "core/disks/DiskInformation.h"
 #include "core/disks/DiskTexts.h"
 #include "core/support/TextUtil.h"
+#include "core/support/PathText.h"
 
 namespace arden::disks {
 
@@ -108,7 +109,7 @@ std::optional<Message> checkDiskFolder(const std::filesystem::path& folder) {
     std::string problem;
     if (folder.empty()) problem = "No folder is chosen for the new disk; choose the folder it is made in.";
     else if (!std::filesystem::is_directory(folder, ec))
-        problem = "The folder \"" + folder.string() + "\" does not exist; choose an existing folder.";
+        problem = "The folder \"" + pathText(folder) + "\" does not exist; choose an existing folder.";
     if (problem.empty()) return std::nullopt;
     return Message{MessageKind::Warning, {TextPart::fixed("Invalid Disk Location")}, {TextPart::fixed(problem)}};
 }
@@ -119,7 +120,7 @@ std::string sizeRangeText(DiskAdapter adapter, const DiskMaxima& maxima) {
 
 DiskRequestCheck checkNewDisk(const NewDiskRequest& request, const DiskMaxima& maxima) {
     DiskRequestCheck check;
-    if ((check.refusal = checkDiskName(request.descriptorPath.filename().string()))) return check;
+    if ((check.refusal = checkDiskName(pathText(request.descriptorPath.filename())))) return check;
     std::filesystem::path folder = request.descriptorPath.parent_path();
     if (!folder.empty() && (check.refusal = checkDiskFolder(folder))) return check;
     const std::int64_t t = request.totalSectors;
@@ -134,7 +135,7 @@ DiskRequestCheck checkNewDisk(const NewDiskRequest& request, const DiskMaxima& m
     for (const std::filesystem::path& file : diskFiles(request)) {
         std::error_code ec;
         if (std::filesystem::exists(std::filesystem::symlink_status(file, ec))) {
-            check.refusal = diskMessage(MessageKind::Warning, text::kFileExists, text::kDiskAlreadyExists, file.string());
+            check.refusal = diskMessage(MessageKind::Warning, text::kFileExists, text::kDiskAlreadyExists, pathText(file));
             return check;
         }
     }

@@ -1,11 +1,12 @@
 #include "core/disks/NewDisk.h"
 
 #include "core/disks/DiskDescriptor.h"
+#include "core/support/PathText.h"
 
 namespace arden::disks {
 
 std::string diskBaseName(const NewDiskRequest& request) {
-    std::string name = request.descriptorPath.filename().string();
+    std::string name = pathText(request.descriptorPath.filename());
     constexpr std::string_view kExtension = ".vmdk";
     if (name.size() > kExtension.size() && name.ends_with(kExtension)) name.resize(name.size() - kExtension.size());
     return name;

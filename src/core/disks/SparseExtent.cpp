@@ -3,6 +3,7 @@
 #include <limits>
 
 #include "core/disks/DiskTypes.h"
+#include "core/support/PathText.h"
 
 namespace arden::disks {
 
@@ -67,7 +68,7 @@ FileError writeSparseExtent(const std::filesystem::path& path, std::int64_t sect
     SparseExtentLayout layout = sparseExtentLayout(sectors);
     // Grain and table positions are 32-bit sector numbers.
     if (sectors <= 0 || layout.overhead + layout.grains * kGrainSectors > std::numeric_limits<std::uint32_t>::max()) {
-        return "Cannot write " + path.string() + ": an extent of " + std::to_string(sectors) +
+        return "Cannot write " + pathText(path) + ": an extent of " + std::to_string(sectors) +
                " sectors is outside what a sparse extent can hold";
     }
     FileError error;

@@ -4,6 +4,7 @@
 #include <system_error>
 
 #include "core/support/TextUtil.h"
+#include "core/support/PathText.h"
 
 namespace arden {
 namespace {
@@ -42,7 +43,7 @@ ShareCheck checkShare(std::string_view name, std::string_view hostPath, const st
                             "\". Choose a name of its own."), {}};
     }
     std::error_code ec;
-    if (!std::filesystem::is_directory(std::filesystem::path(std::string(hostPath)), ec)) {
+    if (!std::filesystem::is_directory(filePath(hostPath), ec)) {
         return {{}, Message{MessageKind::Question, {TextPart::fromId(kSharedFolderTitleId)},
                             {TextPart::fixed("The folder " + std::string(hostPath) +
                                              " does not exist on this computer. The guest may run on a host where "

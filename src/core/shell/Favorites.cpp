@@ -1,4 +1,5 @@
 #include "core/shell/Favorites.h"
+#include "core/support/PathText.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -51,7 +52,7 @@ std::string_view favoriteIconKey(std::int16_t configVersion, bool fileExists) {
 bool favoriteFileExists(std::string_view vmxPath) {
     if (vmxPath.empty()) return false;
     std::error_code ec;
-    auto status = std::filesystem::status(std::filesystem::path(vmxPath), ec);
+    auto status = std::filesystem::status(filePath(vmxPath), ec);
     return !ec && std::filesystem::exists(status) && !std::filesystem::is_directory(status);
 }
 

@@ -89,7 +89,7 @@ void readFavorites(ProgramSettings& s, cInifile& ini, const std::string& file, s
 
 void checkNotBinary(const std::string& file, std::vector<Message>& notices) {
     std::string error;
-    auto bytes = readWholeFile(file, error);
+    auto bytes = readWholeFile(filePath(file), error);
     if (bytes && bytes->find('\0') != std::string::npos) {
         notices.push_back(notice(MessageKind::Warning, file + " holds binary data and is not a settings file; "
                                                               "the defaults are used for what it lacks."));
@@ -120,7 +120,7 @@ std::string settingsPlacesNote(std::string_view iniLocation, std::string_view te
 std::optional<Message> carrySettingsFile(std::string_view oldFolder, std::string_view newFolder) {
     namespace fs = std::filesystem;
     if (newFolder.empty()) return std::nullopt;
-    const fs::path from(settingsFilePath(oldFolder)), to(settingsFilePath(newFolder));
+    const fs::path from = filePath(settingsFilePath(oldFolder)), to = filePath(settingsFilePath(newFolder));
     std::error_code ec;
     // A folder named the same as before holds the old file already: `to` exists then.
     if (fs::exists(to, ec) || !fs::is_regular_file(from, ec)) return std::nullopt;

@@ -4,9 +4,7 @@
 #include <cstring>
 #include <fstream>
 
-#ifdef _WIN32
-#include <windows.h>
-#else
+#ifndef _WIN32
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -18,7 +16,7 @@ namespace fs = std::filesystem;
 std::string describeFileError(std::string_view verb, const fs::path& file, int err) {
     std::string text(verb);
     text += ' ';
-    text += file.string();
+    text += pathText(file);
     text += ": ";
     text += std::strerror(err);
     return text;
@@ -51,20 +49,24 @@ std::string nonRegularKind(const fs::path& file) {
     }
 }
 
-namespace {
+namespace detail {
 
 std::string notRegular(std::string_view verb, const fs::path& file, const std::string& kind, std::string_view what) {
-    return std::string(verb) + " " + file.string() + ": it is " + kind + ", not a regular file; only regular files are " +
-           std::string(what);
+    return std::string(verb) + " " + pathText(file) + ": it is " + kind +
+           ", not a regular file; only regular files are " + std::string(what);
 }
 
 std::string tooLarge(const fs::path& file, std::uintmax_t size, std::size_t maxBytes) {
-    return "Cannot read " + file.string() + ": the file is " + std::to_string(size) + " bytes long; at most " +
+    return "Cannot read " + pathText(file) + ": the file is " + std::to_string(size) + " bytes long; at most " +
            std::to_string(maxBytes) + " bytes are read";
 }
 
-}  // namespace
+}  // namespace detail
 
+using detail::notRegular;
+using detail::tooLarge;
+
+// The Windows halves of the two functions below are in AtomicFileWindows.cpp.
 #ifndef _WIN32
 namespace {
 
@@ -213,48 +215,6 @@ std::optional<std::string> readWholeFile(const fs::path& file, std::string& erro
         }
     }
     ::close(fd);
-    return bytes;
-}
-#else
-std::optional<std::string> writeFileAtomically(const fs::path& target, std::string_view bytes, FileWriteReport* report) {
-    if (std::string kind = nonRegularKind(target); !kind.empty()) return notRegular("Cannot write", target, kind, "replaced");
-    fs::path temp = target;
-    temp += ".tmp~";
-    {
-        std::ofstream out(temp, std::ios::binary | std::ios::trunc);
-        if (!out) return describeFileError("Cannot write", target, errno);
-        out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-        out.flush();
-        if (!out) {
-            int err = errno;
-            out.close();
-            fs::remove(temp);
-            return describeFileError("Cannot write", target, err);
-        }
-    }
-    if (!MoveFileExW(temp.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH)) {
-        fs::remove(temp);
-        return "Cannot write " + target.string() + ": the file could not be replaced";
-    }
-    if (report) *report = FileWriteReport{};
-    return std::nullopt;
-}
-
-std::optional<std::string> readWholeFile(const fs::path& file, std::string& error, std::size_t maxBytes) {
-    if (std::string kind = nonRegularKind(file); !kind.empty()) {
-        error = notRegular("Cannot read", file, kind, "read");
-        return std::nullopt;
-    }
-    std::ifstream in(file, std::ios::binary);
-    if (!in) {
-        error = describeFileError("Cannot read", file, errno ? errno : ENOENT);
-        return std::nullopt;
-    }
-    std::string bytes((std::istreambuf_iterator<char>(in)), std::istreambuf_iterator<char>());
-    if (bytes.size() > maxBytes) {
-        error = tooLarge(file, bytes.size(), maxBytes);
-        return std::nullopt;
-    }
     return bytes;
 }
 #endif

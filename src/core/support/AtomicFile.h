@@ -8,11 +8,14 @@
 // whose owner or group the new file could not take, keeps its inode. Mode, owner and group
 // stay as they were either way.
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
+
+#include "core/support/PathText.h"
 
 namespace arden {
 
@@ -46,5 +49,12 @@ std::filesystem::path followLinks(const std::filesystem::path& file);
 
 // "Cannot write /x/y.vmx: Permission denied" style text for the last errno.
 std::string describeFileError(std::string_view verb, const std::filesystem::path& file, int err);
+
+namespace detail {
+// The refusals both platforms' reads and writes give, with the file's name.
+std::string notRegular(std::string_view verb, const std::filesystem::path& file, const std::string& kind,
+                       std::string_view what);
+std::string tooLarge(const std::filesystem::path& file, std::uintmax_t size, std::size_t maxBytes);
+}  // namespace detail
 
 }  // namespace arden

@@ -65,6 +65,7 @@ std::unique_ptr<RegistryStore> openPlatformRegistryStore(const std::string& mach
 // $XDG_CONFIG_HOME (when set to an absolute path) or ~/.config, then
 // "Brackenware/Arden Forge/registry.ini".
 std::filesystem::path defaultRegistryStoreFile();
+#endif
 
 // A store over `storeFile` whose local-machine device maps list the nodes in `deviceFolder`.
 std::unique_ptr<RegistryStore> openFileRegistryStore(std::filesystem::path storeFile,
@@ -73,7 +74,6 @@ std::unique_ptr<RegistryStore> openFileRegistryStore(std::filesystem::path store
 // The host's serial (ttyS*, ttyUSB*, ttyACM*) or parallel (parport*, lp*) device nodes in
 // `deviceFolder`, as full paths, grouped by kind and numbered naturally (ttyS2 before ttyS10).
 std::vector<std::string> hostPortNodes(const std::filesystem::path& deviceFolder, bool serial);
-#endif
 
 // Turns a key path into the form stores compare: no separator at either end, none doubled.
 std::string normaliseKeyPath(std::string_view path);

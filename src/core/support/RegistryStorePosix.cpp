@@ -1,9 +1,12 @@
 // The POSIX registry store: the current user's keys in one INI file, the local machine's
 // serial and parallel device maps from the host's device nodes.
+//
+// The file store is built on Windows too, where the program itself uses the system registry:
+// it lets the settings, favourites and host-port tests run there against a store they own.
 #ifndef _WIN32
-
 #include <pwd.h>
 #include <unistd.h>
+#endif
 
 #include <algorithm>
 #include <cstdlib>
@@ -323,11 +326,12 @@ std::vector<std::string> hostPortNodes(const std::filesystem::path& deviceFolder
     std::vector<std::string> nodes;
     for (auto& group : groups) {
         std::sort(group.begin(), group.end(), naturalLess);
-        for (const std::string& name : group) nodes.push_back((deviceFolder / name).string());
+        for (const std::string& name : group) nodes.push_back(pathText(deviceFolder / name));
     }
     return nodes;
 }
 
+#ifndef _WIN32
 std::filesystem::path defaultRegistryStoreFile() {
     std::filesystem::path base;
     const char* xdg = std::getenv("XDG_CONFIG_HOME");
@@ -343,17 +347,18 @@ std::filesystem::path defaultRegistryStoreFile() {
     }
     return base / "Brackenware" / "Arden Forge" / "registry.ini";
 }
+#endif
 
 std::unique_ptr<RegistryStore> openFileRegistryStore(std::filesystem::path storeFile,
                                                      std::filesystem::path deviceFolder) {
     return std::make_unique<FileRegistryStore>(std::move(storeFile), std::move(deviceFolder));
 }
 
+#ifndef _WIN32
 std::unique_ptr<RegistryStore> openPlatformRegistryStore(const std::string& machine) {
     if (!machine.empty()) return nullptr;
     return openFileRegistryStore(defaultRegistryStoreFile());
 }
+#endif
 
 }  // namespace arden
-
-#endif

@@ -1,18 +1,37 @@
-// The Windows registry store: the system registry through the Reg* functions, of this computer
-// or, when a computer name is given, of that one.
+// The Windows registry store: the system registry through the wide (UTF-16) Reg*W functions,
+// of this computer or, when a computer name is given, of that one. Key paths, value names and
+// string data are UTF-8 on our side and UTF-16 in the registry; DWORD and binary data are kept
+// as bytes.
 #ifdef _WIN32
 
 #include <windows.h>
 
-#include <system_error>
-
 #include "core/support/RegistryStore.h"
+#include "core/support/WindowsText.h"
 
 namespace arden {
 
 namespace {
 
-std::string systemReason(LONG code) { return std::system_category().message(static_cast<int>(code)); }
+bool isText(DWORD type) { return type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ; }
+
+// Registry data as the registry holds it: texts as UTF-16 with their terminating NUL (a
+// multi-string with two), everything else as given.
+std::string toRegistryBytes(const RegistryData& data) {
+    if (!isText(data.type)) return data.bytes;
+    std::wstring wide = utf8ToWide(data.bytes);
+    wide.push_back(L'\0');
+    if (data.type == REG_MULTI_SZ) wide.push_back(L'\0');
+    return std::string(reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof(wchar_t));
+}
+
+std::string fromRegistryBytes(DWORD type, const std::string& bytes) {
+    if (!isText(type)) return bytes;
+    std::wstring wide(bytes.size() / sizeof(wchar_t), L'\0');
+    std::copy(bytes.data(), bytes.data() + wide.size() * sizeof(wchar_t), reinterpret_cast<char*>(wide.data()));
+    while (!wide.empty() && wide.back() == L'\0') wide.pop_back();
+    return wideToUtf8(wide);
+}
 
 class SystemRegistryStore final : public RegistryStore {
 public:
@@ -30,44 +49,39 @@ public:
 
     Failure deleteKey(RegistryRoot root, std::string_view path) override {
         Key hive;
-        if (LONG rc = connect(root, hive); rc != ERROR_SUCCESS) return systemReason(rc);
-        return failure(RegDeleteTreeA(hive.handle, normaliseKeyPath(path).c_str()));
+        if (LONG rc = connect(root, hive); rc != ERROR_SUCCESS) return windowsErrorText(static_cast<DWORD>(rc));
+        return failure(RegDeleteTreeW(hive.handle, keyPath(path).c_str()));
     }
 
     Failure deleteValue(RegistryRoot root, std::string_view path, std::string_view name) override {
         Key key;
-        if (LONG rc = open(root, path, KEY_SET_VALUE, key); rc != ERROR_SUCCESS) return systemReason(rc);
-        return failure(RegDeleteValueA(key.handle, std::string(name).c_str()));
+        if (LONG rc = open(root, path, KEY_SET_VALUE, key); rc != ERROR_SUCCESS) return windowsErrorText(static_cast<DWORD>(rc));
+        return failure(RegDeleteValueW(key.handle, utf8ToWide(name).c_str()));
     }
 
     std::optional<RegistryData> readValue(RegistryRoot root, std::string_view path, std::string_view name) override {
         Key key;
         if (open(root, path, KEY_QUERY_VALUE, key) != ERROR_SUCCESS) return std::nullopt;
-        std::string valueName(name);
+        std::wstring valueName = utf8ToWide(name);
         DWORD type = 0, size = 0;
-        if (RegQueryValueExA(key.handle, valueName.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS) {
+        if (RegQueryValueExW(key.handle, valueName.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS) {
             return std::nullopt;
         }
         std::string bytes(size, '\0');
-        if (RegQueryValueExA(key.handle, valueName.c_str(), nullptr, &type,
-                             reinterpret_cast<BYTE*>(bytes.data()), &size) != ERROR_SUCCESS) {
+        if (RegQueryValueExW(key.handle, valueName.c_str(), nullptr, &type, reinterpret_cast<BYTE*>(bytes.data()),
+                             &size) != ERROR_SUCCESS) {
             return std::nullopt;
         }
         bytes.resize(size);
-        if (type == REG_SZ || type == REG_EXPAND_SZ || type == REG_MULTI_SZ) {
-            while (!bytes.empty() && bytes.back() == '\0') bytes.pop_back();
-        }
-        return RegistryData{type, bytes};
+        return RegistryData{type, fromRegistryBytes(type, bytes)};
     }
 
     Failure writeValue(RegistryRoot root, std::string_view path, std::string_view name,
                        const RegistryData& data) override {
         Key key;
-        if (LONG rc = create(root, path, key); rc != ERROR_SUCCESS) return systemReason(rc);
-        std::string bytes = data.bytes;
-        if (data.type == REG_SZ || data.type == REG_EXPAND_SZ) bytes += '\0';
-        if (data.type == REG_MULTI_SZ) bytes += std::string(2, '\0');
-        return failure(RegSetValueExA(key.handle, std::string(name).c_str(), 0, data.type,
+        if (LONG rc = create(root, path, key); rc != ERROR_SUCCESS) return windowsErrorText(static_cast<DWORD>(rc));
+        std::string bytes = toRegistryBytes(data);
+        return failure(RegSetValueExW(key.handle, utf8ToWide(name).c_str(), 0, data.type,
                                       reinterpret_cast<const BYTE*>(bytes.data()), static_cast<DWORD>(bytes.size())));
     }
 
@@ -76,10 +90,10 @@ public:
         Key key;
         if (open(root, path, KEY_QUERY_VALUE, key) != ERROR_SUCCESS) return names;
         for (DWORD i = 0;; ++i) {
-            char name[16384];
-            DWORD size = sizeof name;
-            if (RegEnumValueA(key.handle, i, name, &size, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
-            names.emplace_back(name, size);
+            wchar_t name[16384];
+            DWORD size = sizeof name / sizeof name[0];
+            if (RegEnumValueW(key.handle, i, name, &size, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
+            names.push_back(wideToUtf8(std::wstring_view(name, size)));
         }
         return names;
     }
@@ -89,9 +103,10 @@ public:
         Key key;
         if (open(root, path, KEY_ENUMERATE_SUB_KEYS, key) != ERROR_SUCCESS) return names;
         for (DWORD i = 0;; ++i) {
-            char name[256];
-            if (RegEnumKeyA(key.handle, i, name, sizeof name) != ERROR_SUCCESS) break;
-            names.emplace_back(name);
+            wchar_t name[256];
+            DWORD size = sizeof name / sizeof name[0];
+            if (RegEnumKeyExW(key.handle, i, name, &size, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS) break;
+            names.push_back(wideToUtf8(std::wstring_view(name, size)));
         }
         return names;
     }
@@ -110,8 +125,10 @@ private:
 
     static Failure failure(LONG rc) {
         if (rc == ERROR_SUCCESS) return std::nullopt;
-        return systemReason(rc);
+        return windowsErrorText(static_cast<DWORD>(rc));
     }
+
+    static std::wstring keyPath(std::string_view path) { return utf8ToWide(normaliseKeyPath(path)); }
 
     LONG connect(RegistryRoot root, Key& hive) {
         HKEY predefined = reinterpret_cast<HKEY>(static_cast<ULONG_PTR>(static_cast<std::uint32_t>(root)));
@@ -120,21 +137,21 @@ private:
             return ERROR_SUCCESS;
         }
         hive.owned = true;
-        return RegConnectRegistryA(machine_.c_str(), predefined, &hive.handle);
+        return RegConnectRegistryW(utf8ToWide(machine_).c_str(), predefined, &hive.handle);
     }
 
     LONG open(RegistryRoot root, std::string_view path, REGSAM access, Key& key) {
         Key hive;
         if (LONG rc = connect(root, hive); rc != ERROR_SUCCESS) return rc;
         key.owned = true;
-        return RegOpenKeyExA(hive.handle, normaliseKeyPath(path).c_str(), 0, access, &key.handle);
+        return RegOpenKeyExW(hive.handle, keyPath(path).c_str(), 0, access, &key.handle);
     }
 
     LONG create(RegistryRoot root, std::string_view path, Key& key) {
         Key hive;
         if (LONG rc = connect(root, hive); rc != ERROR_SUCCESS) return rc;
         key.owned = true;
-        return RegCreateKeyExA(hive.handle, normaliseKeyPath(path).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
+        return RegCreateKeyExW(hive.handle, keyPath(path).c_str(), 0, nullptr, REG_OPTION_NON_VOLATILE,
                                KEY_ALL_ACCESS, nullptr, &key.handle, nullptr);
     }
 

@@ -4,6 +4,8 @@
 
 #ifdef _WIN32
 #include <windows.h>
+
+#include "core/support/WindowsText.h"
 #endif
 
 namespace arden {
@@ -21,9 +23,11 @@ std::string tempFolderFromEnvironment(const char* tmpdir) {
 
 std::string TempFolder() {
 #ifdef _WIN32
-    char buffer[kBufferSize];
-    DWORD length = GetTempPathA(static_cast<DWORD>(kBufferSize), buffer);
-    if (length > 0 && length < kBufferSize) return std::string(buffer, length);
+    // The wide call, so a temporary folder below a user name with non-ASCII letters is kept
+    // as it is (as UTF-8) instead of passing through the system code page.
+    wchar_t buffer[kBufferSize];
+    DWORD length = GetTempPathW(static_cast<DWORD>(kBufferSize), buffer);
+    if (length > 0 && length < kBufferSize) return wideToUtf8(std::wstring_view(buffer, length));
     return {};
 #else
     return tempFolderFromEnvironment(std::getenv("TMPDIR"));

@@ -12,7 +12,7 @@ inline constexpr char kPathSeparator = '/';
 #endif
 
 // The temporary folder with its trailing separator, as a text that is never normalised.
-// Windows: what GetTempPathA returns into a 512-character buffer, used only when its length is
+// Windows: what GetTempPathW returns into a 512-character buffer, as UTF-8, used only when its length is
 // greater than 0 and less than 512 (else empty). POSIX: $TMPDIR with a separator added when it
 // has none, or "/tmp/" when $TMPDIR is unset, empty or 512 characters or longer.
 std::string TempFolder();

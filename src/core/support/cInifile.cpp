@@ -41,11 +41,11 @@ IniDocument* cInifile::load() {
     std::error_code ec;
     FileStamp stamp;
     stamp.path = path_;
-    fs::file_status status = fs::status(fs::path(path_), ec);
+    fs::file_status status = fs::status(filePath(path_), ec);
     stamp.exists = fs::exists(status);
     if (stamp.exists && fs::is_regular_file(status)) {
-        stamp.size = fs::file_size(fs::path(path_), ec);
-        stamp.time = fs::last_write_time(fs::path(path_), ec);
+        stamp.size = fs::file_size(filePath(path_), ec);
+        stamp.time = fs::last_write_time(filePath(path_), ec);
     }
     if (cached_ && stamp == cachedStamp_) {
         lastError_.clear();
@@ -55,7 +55,7 @@ IniDocument* cInifile::load() {
     std::string bytes;
     if (stamp.exists) {
         std::string error;
-        auto read = readWholeFile(path_, error);
+        auto read = readWholeFile(filePath(path_), error);
         if (!read) {
             fail(std::move(error));
             return nullptr;
@@ -69,15 +69,15 @@ IniDocument* cInifile::load() {
 }
 
 bool cInifile::store(const IniDocument& document) {
-    if (auto error = writeFileAtomically(path_, document.text())) {
+    if (auto error = writeFileAtomically(filePath(path_), document.text())) {
         cached_.reset();  // the change did not reach the file
         fail(std::move(*error));
         return false;
     }
     std::error_code ec;
     cachedStamp_.exists = true;
-    cachedStamp_.size = std::filesystem::file_size(std::filesystem::path(path_), ec);
-    cachedStamp_.time = std::filesystem::last_write_time(std::filesystem::path(path_), ec);
+    cachedStamp_.size = std::filesystem::file_size(filePath(path_), ec);
+    cachedStamp_.time = std::filesystem::last_write_time(filePath(path_), ec);
     if (ec) cached_.reset();
     success_ = true;
     lastReturnCode_ = 1;

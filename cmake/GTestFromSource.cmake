@@ -1,0 +1,22 @@
+# GoogleTest for a cross build: compiled from Debian's googletest sources with the build's own
+# compiler (the installed libgtest is built for Linux). Defines the same GTest::gtest,
+# GTest::gtest_main and GTest::gmock targets as find_package(GTest).
+set(ARDEN_GTEST_SOURCE_DIR /usr/src/googletest CACHE PATH "GoogleTest sources (Debian package googletest)")
+set(_gt ${ARDEN_GTEST_SOURCE_DIR}/googletest)
+set(_gm ${ARDEN_GTEST_SOURCE_DIR}/googlemock)
+if(NOT EXISTS ${_gt}/src/gtest-all.cc)
+  message(FATAL_ERROR "GoogleTest sources not found in ${ARDEN_GTEST_SOURCE_DIR} (apt-get install googletest)")
+endif()
+add_library(arden_gtest STATIC ${_gt}/src/gtest-all.cc)
+target_include_directories(arden_gtest SYSTEM PUBLIC ${_gt}/include PRIVATE ${_gt})
+add_library(arden_gtest_main STATIC ${_gt}/src/gtest_main.cc)
+target_link_libraries(arden_gtest_main PUBLIC arden_gtest)
+add_library(arden_gmock STATIC ${_gm}/src/gmock-all.cc)
+target_include_directories(arden_gmock SYSTEM PUBLIC ${_gm}/include PRIVATE ${_gm})
+target_link_libraries(arden_gmock PUBLIC arden_gtest)
+foreach(lib arden_gtest arden_gtest_main arden_gmock)
+  target_compile_options(${lib} PRIVATE -w)
+endforeach()
+add_library(GTest::gtest ALIAS arden_gtest)
+add_library(GTest::gtest_main ALIAS arden_gtest_main)
+add_library(GTest::gmock ALIAS arden_gmock)

@@ -1,0 +1,226 @@
+// cInifile against the Windows private-profile functions: the same INI file is read and
+// changed through both, and each case states, as literal text, what a user finds. Where the
+// two must agree the test checks both against that text; where Wine's functions differ from
+// what we keep on purpose, the case says which side it follows and why.
+#include <windows.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "TestSupport.h"
+#include "core/support/PathText.h"
+#include "core/support/WindowsText.h"
+#include "core/support/cInifile.h"
+
+namespace arden {
+namespace {
+
+using test::readBytes;
+using test::writeBytes;
+
+struct Change {
+    const char* section;
+    const char* key;    // nullptr: delete the section
+    const char* value;  // nullptr: delete the key
+};
+
+struct IniCase {
+    const char* name;
+    std::optional<std::string> before;  // std::nullopt: the file does not exist yet
+    std::vector<Change> changes;
+    const char* section;  // then read this key
+    const char* key;
+    std::string expected;  // what both read; "<default>" when the key is missing
+    std::optional<std::string> after;  // the file both leave behind (std::nullopt: not compared)
+};
+
+std::wstring wide(const char* text) { return utf8ToWide(text ? text : ""); }
+
+// The Windows side: WritePrivateProfileStringW and GetPrivateProfileStringW.
+std::string windowsRead(const std::filesystem::path& file, const char* section, const char* key) {
+    wchar_t buffer[4096];
+    DWORD n = GetPrivateProfileStringW(wide(section).c_str(), wide(key).c_str(), L"<default>", buffer, 4096,
+                                       file.c_str());
+    return wideToUtf8(std::wstring_view(buffer, n));
+}
+
+void windowsChange(const std::filesystem::path& file, const Change& c) {
+    std::wstring section = wide(c.section), key = wide(c.key), value = wide(c.value);
+    WritePrivateProfileStringW(section.c_str(), c.key ? key.c_str() : nullptr, c.value ? value.c_str() : nullptr,
+                               file.c_str());
+}
+
+// Our side: cInifile, as the settings code uses it.
+std::string ourRead(const std::filesystem::path& file, const char* section, const char* key) {
+    cInifile ini;
+    ini.setPath(pathText(file));
+    ini.setSection(section);
+    ini.setKey(key);
+    ini.setDefault("<default>");
+    return ini.Value();
+}
+
+void ourChange(const std::filesystem::path& file, const Change& c) {
+    cInifile ini;
+    ini.setPath(pathText(file));
+    ini.setSection(c.section);
+    if (!c.key) {
+        ASSERT_TRUE(ini.DeleteSection()) << ini.LastError();
+        return;
+    }
+    ini.setKey(c.key);
+    if (!c.value) {
+        ASSERT_TRUE(ini.DeleteKey()) << ini.LastError();
+        return;
+    }
+    ASSERT_TRUE(ini.setValue(c.value)) << ini.LastError();
+}
+
+// Runs one case through both sides and compares each with the literal expectations.
+void judge(const IniCase& c, bool compareWindowsFile = true) {
+    SCOPED_TRACE(c.name);
+    test::ScratchDir dir;
+    const auto ours = dir / "ours.ini", windows = dir / "windows.ini";
+    if (c.before) {
+        writeBytes(ours, *c.before);
+        writeBytes(windows, *c.before);
+    }
+    for (const Change& change : c.changes) {
+        ourChange(ours, change);
+        windowsChange(windows, change);
+    }
+    EXPECT_EQ(ourRead(ours, c.section, c.key), c.expected) << "cInifile";
+    EXPECT_EQ(windowsRead(windows, c.section, c.key), c.expected) << "GetPrivateProfileStringW";
+    if (c.after) {
+        EXPECT_EQ(readBytes(ours), *c.after) << "the file cInifile wrote";
+        if (compareWindowsFile) {
+            EXPECT_EQ(readBytes(windows), *c.after) << "the file WritePrivateProfileStringW wrote";
+        }
+    }
+}
+
+TEST(IniJudge, SectionAndKeyNamesIgnoreLetterCase) {
+    const std::string file = "[General]\r\nCreateBackups=0\r\n";
+    for (const IniCase& c : std::vector<IniCase>{
+             {"read in other cases", file, {}, "GENERAL", "createbackups", "0", std::nullopt},
+             {"an existing key written in another case keeps its spelling", file,
+              {{"general", "CREATEBACKUPS", "-1"}}, "General", "CreateBackups", "-1",
+              "[General]\r\nCreateBackups=-1\r\n"},
+         }) {
+        judge(c);
+    }
+}
+
+TEST(IniJudge, BlanksAroundNamesAndValuesAreDropped) {
+    for (const IniCase& c : std::vector<IniCase>{
+             {"blanks around \"=\"", "[General]\r\nImagePath  =  C:\\Images  \r\n", {}, "General", "ImagePath",
+              "C:\\Images", std::nullopt},
+             {"blanks around the section name and the key", "[ General ]\r\n  LanguageOffset=500\r\n", {},
+              "General", "LanguageOffset", "500", std::nullopt},
+             {"a value in double quotes", "[General]\r\nLaunchApplication=\"C:\\Program Files\\Run.exe\"\r\n", {},
+              "General", "LaunchApplication", "C:\\Program Files\\Run.exe", std::nullopt},
+             {"an empty value", "[General]\r\nImagePath=\r\n", {}, "General", "ImagePath", "", std::nullopt},
+         }) {
+        judge(c);
+    }
+}
+
+TEST(IniJudge, OddLinesReadAlike) {
+    for (const IniCase& c : std::vector<IniCase>{
+             {"a \";\" after a value is part of it", "[General]\r\nImagePath=C:\\Images ; old\r\n", {}, "General",
+              "ImagePath", "C:\\Images ; old", std::nullopt},
+             {"a value in single quotes", "[General]\r\nImagePath='C:\\Images'\r\n", {}, "General", "ImagePath",
+              "C:\\Images", std::nullopt},
+             {"an opening quote alone stays", "[General]\r\nImagePath=\"C:\\Images\r\n", {}, "General", "ImagePath",
+              "\"C:\\Images", std::nullopt},
+             {"lines ended by LF only", "[General]\nA=1\nB=2\n", {}, "General", "B", "2", std::nullopt},
+             {"a last line without its end", "[General]\r\nA=1", {}, "General", "A", "1", std::nullopt},
+             {"a tab around \"=\"", "[General]\r\nA\t=\t1\r\n", {}, "General", "A", "1", std::nullopt},
+             {"a value holding \"=\"", "[General]\r\nA=x=y\r\n", {}, "General", "A", "x=y", std::nullopt},
+         }) {
+        judge(c);
+    }
+}
+
+TEST(IniJudge, TheFirstOfTwoEqualKeysIsRead) {
+    const std::string file = "[Favorites]\r\nFavorite0=First\r\nfavorite0=Second\r\n";
+    judge({"read", file, {}, "Favorites", "Favorite0", "First", std::nullopt});
+    judge({"a write changes the first", file, {{"Favorites", "FAVORITE0", "Third"}}, "Favorites", "Favorite0", "Third",
+           "[Favorites]\r\nFavorite0=Third\r\nfavorite0=Second\r\n"});
+}
+
+TEST(IniJudge, ASectionMadeAgainIsNotReadOrWritten) {
+    const std::string file = "[General]\r\nA=1\r\n[Other]\r\nX=1\r\n[General]\r\nB=2\r\n";
+    judge({"a key of the second copy is not found", file, {}, "General", "B", "<default>", std::nullopt});
+    judge({"a new key goes to the first copy", file, {{"General", "C", "3"}}, "General", "C", "3",
+           "[General]\r\nA=1\r\nC=3\r\n[Other]\r\nX=1\r\n[General]\r\nB=2\r\n"});
+}
+
+TEST(IniJudge, CommentsAreKeptAndNewEntriesGoAtTheEnds) {
+    const std::string file = "; Arden Forge settings\r\n[General]\r\n; backups on\r\nCreateBackups=-1\r\n";
+    judge({"a new key goes after the comment and the last key", file, {{"General", "ImagePath", "C:\\Images"}},
+           "General", "ImagePath", "C:\\Images",
+           "; Arden Forge settings\r\n[General]\r\n; backups on\r\nCreateBackups=-1\r\nImagePath=C:\\Images\r\n"});
+    judge({"a comment is no key", file, {}, "General", "; backups on", "<default>", std::nullopt});
+}
+
+TEST(IniJudge, AMissingFileIsCreatedWithItsSection) {
+    judge({"the first write", std::nullopt, {{"General", "CreateBackups", "-1"}}, "General", "CreateBackups", "-1",
+           "[General]\r\nCreateBackups=-1\r\n"});
+    judge({"a missing file reads the default", std::nullopt, {}, "General", "CreateBackups", "<default>",
+           std::nullopt});
+}
+
+TEST(IniJudge, DeletingKeysAndSections) {
+    const std::string file = "[General]\r\nA=1\r\nB=2\r\n[Favorites]\r\nFavorite0=x\r\n";
+    judge({"a deleted key", file, {{"General", "A", nullptr}}, "General", "A", "<default>",
+           "[General]\r\nB=2\r\n[Favorites]\r\nFavorite0=x\r\n"});
+    judge({"a deleted section", file, {{"favorites", nullptr, nullptr}}, "Favorites", "Favorite0", "<default>",
+           "[General]\r\nA=1\r\nB=2\r\n"});
+}
+
+// Lines nobody changed: we keep them byte for byte (a user's own layout, blanks and all), as
+// the Windows functions do on Windows itself. Wine's WritePrivateProfileStringW writes the
+// whole file again from what it parsed, so it drops the blanks around "=" of every line; we
+// follow Windows here, because changing one setting must not rewrite the user's other lines.
+TEST(IniJudge, UntouchedLinesKeepTheirBlanksUnlikeWine) {
+    const std::string file = "[General]\r\nImagePath = C:\\Images\r\n";
+    IniCase c{"another key written", file, {{"General", "LanguageOffset", "500"}}, "General", "ImagePath",
+              "C:\\Images", "[General]\r\nImagePath = C:\\Images\r\nLanguageOffset=500\r\n"};
+    judge(c, false);
+    test::ScratchDir dir;
+    writeBytes(dir / "windows.ini", file);
+    windowsChange(dir / "windows.ini", c.changes[0]);
+    EXPECT_EQ(readBytes(dir / "windows.ini"), "[General]\r\nImagePath=C:\\Images\r\nLanguageOffset=500\r\n")
+        << "Wine's rewrite changed; look again at which side the program follows";
+}
+
+TEST(IniJudge, SectionNamesAndKeyListsMatchTheWindowsLists) {
+    test::ScratchDir dir;
+    const auto file = dir / "settings.ini";
+    writeBytes(file, "[General]\r\nA=1\r\nb=2\r\n;c\r\n[Favorites]\r\nFavorite1=x\r\nFavorite0=y\r\n");
+
+    // The Windows lists: NUL-separated names, ended by a second NUL.
+    auto split = [](const wchar_t* buffer, DWORD n) {
+        std::vector<std::string> names;
+        for (const wchar_t* p = buffer; p < buffer + n && *p; p += wcslen(p) + 1) names.push_back(wideToUtf8(p));
+        return names;
+    };
+    wchar_t buffer[4096];
+    DWORD n = GetPrivateProfileSectionNamesW(buffer, 4096, file.c_str());
+    const std::vector<std::string> sections{"General", "Favorites"};
+    EXPECT_EQ(split(buffer, n), sections) << "GetPrivateProfileSectionNamesW";
+    n = GetPrivateProfileStringW(L"favorites", nullptr, L"", buffer, 4096, file.c_str());
+    const std::vector<std::string> keys{"Favorite1", "Favorite0"};
+    EXPECT_EQ(split(buffer, n), keys) << "GetPrivateProfileStringW with no key name";
+
+    cInifile ini;
+    ini.setPath(pathText(file));
+    EXPECT_EQ(ini.Sections(), sections);
+    ini.setSection("favorites");
+    EXPECT_EQ(ini.EnumerateCurrentSection(), keys);
+}
+
+}  // namespace
+}  // namespace arden
