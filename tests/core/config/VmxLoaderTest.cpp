@@ -145,3 +145,17 @@ TEST(VmxLoader, NoticesStopAtAHundredAndCountTheRest) {
     EXPECT_EQ(r.config.keptLines.size(), 150u) << "every line is still kept";
 }
 
+
+// Lines of a device the editor reads but would not write go back with the device, in the
+// order the file has them.
+TEST(VmxLoader, ADevicesUnwrittenLinesKeepTheFilesOrder) {
+    const std::string text = arden::test::resaved("ethernet0.present = \"TRUE\"\nethernet0.connectionType = \"bridged\"\n"
+                                     "ethernet0.vnet = \"VMnet2\"\nethernet0.addressType = \"static\"\n"
+                                     "ethernet0.address = \"00:50:56:00:00:01\"\n"
+                                     "ethernet0.generatedAddress = \"00:0c:29:aa:bb:cc\"\n", 1);
+    const std::size_t vnet = text.find("ethernet0.vnet = \"VMnet2\"\r\n");
+    const std::size_t generated = text.find("ethernet0.generatedAddress = \"00:0c:29:aa:bb:cc\"\r\n");
+    ASSERT_NE(vnet, std::string::npos) << text;
+    ASSERT_NE(generated, std::string::npos) << text;
+    EXPECT_LT(vnet, generated) << text;
+}
