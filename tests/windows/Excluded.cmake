@@ -15,6 +15,11 @@ set(ARDEN_WINDOWS_EXCLUDED_TESTS
   # with "\" (the doubled separator kept) -> WindowsPaths.SettingsFileKeepsTheDoubledSeparator.
   LoadSettings.FirstRunStoresTheTemporaryFolderAndUsesDefaults
   SaveSettings.ReportsWhatCouldNotBeWritten
+  SaveSettings.WritesTheTemporaryFoldersFileWithGapFreeFavorites
+  # Expects a folder named in another letter case to be another folder, as on Linux; Windows
+  # file names ignore case, so there the file is written relative (relativeToVmxFolder's
+  # Windows rule).
+  VmxWriter.FileNamesInTheMachinesFolderAreWrittenRelative
   # Expects the C library's "No such file or directory"; Windows gives its own text
   # -> WindowsPaths.AFailedWriteNamesTheFileAndKeepsTheOldOne.
   AtomicFile.FailureNamesTheFileAndKeepsTheOldOne
