@@ -13,11 +13,6 @@ void KeptLines::push_back(std::string_view line) {
     ends_.push_back(static_cast<std::uint32_t>(text_.size()));
 }
 
-void KeptLines::clear() {
-    text_.clear();
-    ends_.clear();
-}
-
 std::string_view KeptLines::operator[](std::size_t i) const {
     std::size_t start = i == 0 ? 0 : ends_[i - 1];
     return std::string_view(text_).substr(start, ends_[i] - start);

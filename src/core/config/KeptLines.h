@@ -15,7 +15,7 @@ class KeptLines {
 public:
     class const_iterator {
     public:
-        using iterator_category = std::random_access_iterator_tag;
+        using iterator_category = std::forward_iterator_tag;
         using value_type = std::string_view;
         using difference_type = std::ptrdiff_t;
         using pointer = void;
@@ -26,12 +26,7 @@ public:
         std::string_view operator*() const { return (*lines_)[i_]; }
         const_iterator& operator++() { ++i_; return *this; }
         const_iterator operator++(int) { const_iterator t = *this; ++i_; return t; }
-        const_iterator& operator--() { --i_; return *this; }
-        const_iterator& operator+=(difference_type n) { i_ += static_cast<std::size_t>(n); return *this; }
-        const_iterator operator+(difference_type n) const { return {lines_, i_ + static_cast<std::size_t>(n)}; }
-        difference_type operator-(const const_iterator& o) const { return static_cast<difference_type>(i_ - o.i_); }
         bool operator==(const const_iterator& o) const { return i_ == o.i_; }
-        auto operator<=>(const const_iterator& o) const { return i_ <=> o.i_; }
 
     private:
         const KeptLines* lines_ = nullptr;
@@ -44,7 +39,6 @@ public:
     KeptLines(std::initializer_list<std::string_view> lines);
 
     void push_back(std::string_view line);
-    void clear();
     std::size_t size() const { return ends_.size(); }
     bool empty() const { return ends_.empty(); }
     std::string_view operator[](std::size_t i) const;

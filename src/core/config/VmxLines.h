@@ -47,7 +47,6 @@ public:
     bool hasKey(std::string_view key) const;
 
     // Every value the editor gave, held back or not, by lower-case key.
-    const std::unordered_map<std::string, std::string>& editorValues() const& { return editorValues_; }
     std::unordered_map<std::string, std::string> editorValues() && { return std::move(editorValues_); }
 
     // Number of lines so far, and removing lines back to such a mark (only lines without keys).
