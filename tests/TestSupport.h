@@ -12,11 +12,14 @@
 #include <algorithm>
 #include <cstdlib>
 #include <functional>
+#include <optional>
 #ifndef _WIN32
 #include <grp.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #endif
+
+#include "core/shell/GetText.h"
 
 namespace arden::test {
 
@@ -70,6 +73,25 @@ inline std::string readBytes(const std::filesystem::path& p) {
 inline void writeBytes(const std::filesystem::path& p, const std::string& bytes) {
     std::ofstream out(p, std::ios::binary | std::ios::trunc);
     out << bytes;
+}
+
+// The names in a folder, sorted.
+inline std::vector<std::string> namesIn(const std::filesystem::path& dir) {
+    std::vector<std::string> names;
+    for (const auto& e : std::filesystem::directory_iterator(dir)) names.push_back(e.path().filename().string());
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+// A message as its box shows it: "title: text" (empty when there is none).
+inline std::string shown(const Message& m) { return resolveText(m.title, 0) + ": " + resolveText(m.text, 0); }
+inline std::string shown(const std::optional<Message>& m) { return m ? shown(*m) : std::string(); }
+
+// A text as one word of a POSIX shell command.
+inline std::string shellQuote(const std::string& s) {
+    std::string q = "'";
+    for (char c : s) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
+    return q + "'";
 }
 
 // A fresh empty folder under the system's temporary folder, removed when the object dies.

@@ -14,15 +14,6 @@ namespace arden::test {
 
 struct CliResult { int exitCode = -1; std::string out; std::string err; };
 
-inline std::string shellQuote(const std::string& s) {
-    std::string q = "'";
-    for (char c : s) {
-        if (c == '\'') q += "'\\''";
-        else q += c;
-    }
-    return q + "'";
-}
-
 // `prefix` is put before the program (environment settings such as "TMPDIR=/x", or a
 // command like "setpriv ..." that runs it as another user).
 inline CliResult runCli(const std::vector<std::string>& args, const std::string& prefix = {}) {

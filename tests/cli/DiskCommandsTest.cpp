@@ -6,13 +6,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::vector<std::string> namesIn(const fs::path& dir) {
-    std::vector<std::string> names;
-    for (const auto& e : fs::directory_iterator(dir)) names.push_back(e.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
 std::vector<std::string> create(const fs::path& file, const std::string& size, const std::string& adapter,
                                 const std::string& type) {
     return {"disk", "create", file.string(), "--size", size, "--adapter", adapter, "--type", type};

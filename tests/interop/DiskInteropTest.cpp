@@ -10,7 +10,7 @@
 
 using namespace arden::disks;
 using arden::test::ScratchDir;
-using arden::test::quote;
+using arden::test::shellQuote;
 using arden::test::tool;
 using arden::test::ToolRun;
 namespace fs = std::filesystem;
@@ -54,7 +54,7 @@ std::string ioCommands(const std::vector<std::int64_t>& offsets, const char* ver
     std::string commands;
     int pattern = 0x41;
     for (std::int64_t off : offsets)
-        commands += " -c " + quote(std::string(verb) + " -P " + std::to_string(pattern++) + " " + std::to_string(off) + " 1024");
+        commands += " -c " + shellQuote(std::string(verb) + " -P " + std::to_string(pattern++) + " " + std::to_string(off) + " 1024");
     return commands;
 }
 
@@ -70,7 +70,7 @@ TEST_P(DiskInterop, ReadersAcceptTheDiskAndDataSurvivesAtExtentBoundaries) {
     const fs::path file = dir / "Interop Disk.vmdk";
     DiskCreationResult made = createDisk({file, adapter, sectors, kind, 3});
     ASSERT_TRUE(made.created) << (made.failure ? arden::resolveText(made.failure->text, 0) : "");
-    const std::string f = quote(file.string());
+    const std::string f = shellQuote(file.string());
 
     ToolRun info = tool("qemu-img info --output=json " + f);
     ASSERT_EQ(info.exitCode, 0) << info.output;
@@ -109,7 +109,7 @@ TEST(DiskInteropReader, ReadsEverySubformatQemuImgWrites) {
         for (const char* subformat : {"monolithicSparse", "monolithicFlat", "twoGbMaxExtentSparse", "twoGbMaxExtentFlat", "streamOptimized"}) {
             fs::path file = dir / (std::string(subformat) + " RW " + std::to_string(sectors) + ".vmdk");
             ToolRun made = tool("qemu-img create -q -f vmdk -o subformat=" + std::string(subformat) + ",adapter_type=buslogic " +
-                                quote(file.string()) + " " + std::to_string(sectors * 512));
+                                shellQuote(file.string()) + " " + std::to_string(sectors * 512));
             ASSERT_EQ(made.exitCode, 0) << made.output;
             DiskReadResult r = readDiskInformation(file);
             ASSERT_TRUE(r.information) << subformat << ": " << arden::resolveText(r.failure.text, 0);

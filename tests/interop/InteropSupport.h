@@ -1,7 +1,7 @@
 #pragma once
-// Third-party tools run through the shell: their output captured, arden-forge-cli called with
-// its arguments quoted, and libvirt's VMX parser (`virsh -c vmwarews:///session
-// domxml-from-native vmware-vmx FILE`) with the stand-ins its vmwarews driver needs.
+// Third-party tools run through the shell, their output captured, and libvirt's VMX parser
+// (`virsh -c vmwarews:///session domxml-from-native vmware-vmx FILE`) with the stand-ins its
+// vmwarews driver needs.
 #include <sys/wait.h>
 
 #include <cstdio>
@@ -18,12 +18,6 @@ struct ToolRun {
     std::string output;  // standard output and error together
 };
 
-inline std::string quote(const std::string& s) {
-    std::string q = "'";
-    for (char c : s) q += c == '\'' ? std::string("'\\''") : std::string(1, c);
-    return q + "'";
-}
-
 inline ToolRun tool(const std::string& command) {
     ToolRun run;
     FILE* pipe = ::popen((command + " 2>&1").c_str(), "r");
@@ -33,12 +27,6 @@ inline ToolRun tool(const std::string& command) {
     int status = ::pclose(pipe);
     run.exitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
     return run;
-}
-
-inline ToolRun cli(const std::vector<std::string>& args) {
-    std::string command = quote(ARDEN_CLI_PATH);
-    for (const std::string& a : args) command += " " + quote(a);
-    return tool(command);
 }
 
 // `make test` installs libvirt-clients: without virsh the libvirt tests cannot run (a failure in CI).
@@ -58,8 +46,8 @@ inline ToolRun libvirtDomainXml(const std::filesystem::path& scratch, const std:
         writeBytes(bin / name, std::string("#!/bin/sh\n") + script + "\n");
         fs::permissions(bin / name, fs::perms::owner_exec | fs::perms::group_exec, fs::perm_options::add);
     }
-    return tool("PATH=" + quote(bin.string()) + ":\"$PATH\" virsh -c vmwarews:///session domxml-from-native vmware-vmx " +
-                quote(vmx));
+    return tool("PATH=" + shellQuote(bin.string()) + ":\"$PATH\" virsh -c vmwarews:///session domxml-from-native vmware-vmx " +
+                shellQuote(vmx));
 }
 
 // The elements <tag ...>...</tag> of an XML text, each as its text.

@@ -5,8 +5,8 @@
 #include <cctype>
 
 #include "InteropSupport.h"
+#include "cli/CliRunner.h"
 
-using arden::test::cli;
 using arden::test::elements;
 using arden::test::holdsAll;
 using arden::test::readBytes;
@@ -25,8 +25,8 @@ std::string generatedAddress(const std::string& vmx) {
 }
 
 void run(const std::vector<std::string>& args) {
-    ToolRun r = cli(args);
-    ASSERT_EQ(r.exitCode, 0) << args[0] << " " << args.back() << ": " << r.output;
+    arden::test::CliResult r = arden::test::runCli(args);
+    ASSERT_EQ(r.exitCode, 0) << args[0] << " " << args.back() << ": " << r.out << r.err;
 }
 
 }  // namespace

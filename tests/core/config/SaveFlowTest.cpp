@@ -8,13 +8,12 @@
 
 using namespace arden;
 using test::ScratchDir;
+using test::shown;
 namespace fs = std::filesystem;
 
 namespace {
 
 VmConfiguration machineIn(const fs::path& folder) { return VmConfiguration::newMachine("Saved", folder.string() + "/", "New VM", 42); }
-
-std::string shown(const std::optional<Message>& m) { return m ? resolveText(m->title, 0) + ": " + resolveText(m->text, 0) : ""; }
 
 void addNics(VmConfiguration& c, int n, bool enabled = true) {
     for (int i = 0; i < n; ++i) c.devices.createDevice(DeviceType::Network).settings.setFlag(".present", enabled);

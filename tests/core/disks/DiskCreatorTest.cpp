@@ -16,7 +16,9 @@
 
 using namespace arden::disks;
 using arden::test::readBytes;
+using arden::test::namesIn;
 using arden::test::ScratchDir;
+using arden::test::shown;
 namespace fs = std::filesystem;
 
 namespace {
@@ -24,17 +26,6 @@ namespace {
 std::int64_t allocatedBytes(const fs::path& p) {
     struct stat st {};
     return ::stat(p.c_str(), &st) == 0 ? static_cast<std::int64_t>(st.st_blocks) * 512 : -1;
-}
-
-std::vector<std::string> namesIn(const fs::path& dir) {
-    std::vector<std::string> names;
-    for (const auto& e : fs::directory_iterator(dir)) names.push_back(e.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-}
-
-std::string textOf(const std::optional<arden::Message>& m) {
-    return m ? arden::resolveText(m->title, 0) + ": " + arden::resolveText(m->text, 0) : "";
 }
 
 // Each progress report as "<step> <file name>: <amount>".
@@ -54,7 +45,7 @@ TEST(DiskCreator, SplitGrowableDiskIsSmallAndReportsEachFile) {
     ScratchDir dir;
     Reports reports;
     auto result = createDisk({dir / "g.vmdk", DiskAdapter::BusLogic, 8384513, DiskKind::GrowableSplit, 3}, reports.receiver());
-    ASSERT_TRUE(result.created) << textOf(result.failure);
+    ASSERT_TRUE(result.created) << shown(result.failure);
     EXPECT_EQ(result.files, (std::vector<fs::path>{dir / "g.vmdk", dir / "g-s001.vmdk", dir / "g-s002.vmdk", dir / "g-s003.vmdk"}));
     EXPECT_EQ(reports.lines, (std::vector<std::string>{"Writing g-s001.vmdk: 0 bytes written", "Writing g-s002.vmdk: 320 KiB written",
                                                        "Writing g-s003.vmdk: 640 KiB written", "Writing the descriptor g.vmdk: 704 KiB written"}));
@@ -65,7 +56,7 @@ TEST(DiskCreator, SplitGrowableDiskIsSmallAndReportsEachFile) {
 TEST(DiskCreator, PreallocatedKindsReserveEverySector) {
     ScratchDir dir;
     auto split = createDisk({dir / "p.vmdk", DiskAdapter::Ide, 204800 + 2048, DiskKind::PreallocatedSplit, 3}, {}, {false, 102400});
-    ASSERT_TRUE(split.created) << textOf(split.failure);
+    ASSERT_TRUE(split.created) << shown(split.failure);
     EXPECT_EQ(fs::file_size(dir / "p-f003.vmdk"), 2048u * 512);
     EXPECT_GE(allocatedBytes(dir / "p-f002.vmdk"), 102400 * 512) << "the space is really reserved";
     EXPECT_NE(readBytes(dir / "p.vmdk").find("RW 102400 FLAT \"p-f002.vmdk\" 0\r\nRW 2048 FLAT \"p-f003.vmdk\" 0\r\n"), std::string::npos);
@@ -103,12 +94,12 @@ TEST(DiskCreator, CancelAndFailuresLeaveNothingBehind) {
     }
     arden::test::writeBytes(dir / "e-s002.vmdk", "keep me");
     auto exists = createDisk({dir / "e.vmdk", DiskAdapter::Ide, 4192257, DiskKind::GrowableSplit, 3});
-    EXPECT_EQ(textOf(exists.failure), "File Exists: Disk already exists!  Choose new name (" + (dir / "e-s002.vmdk").string() + ")");
+    EXPECT_EQ(shown(exists.failure), "File Exists: Disk already exists!  Choose new name (" + (dir / "e-s002.vmdk").string() + ")");
     EXPECT_EQ(namesIn(dir.path()), std::vector<std::string>{"e-s002.vmdk"});
     EXPECT_EQ(readBytes(dir / "e-s002.vmdk"), "keep me");
     arden::test::writeBytes(dir / "plain", "a file, not a folder");
     for (DiskKind kind : {DiskKind::GrowableSplit, DiskKind::PreallocatedSplit, DiskKind::Preallocated}) {
-        const std::string text = textOf(createDisk({dir / "plain" / "d.vmdk", DiskAdapter::Ide, 300000, kind, 3}).failure);
+        const std::string text = shown(createDisk({dir / "plain" / "d.vmdk", DiskAdapter::Ide, 300000, kind, 3}).failure);
         EXPECT_TRUE(text.starts_with("Create New Hard Disk: Cannot write " + (dir / "plain").string())) << text;
         EXPECT_NE(text.find("Not a directory"), std::string::npos) << text;
     }
@@ -124,7 +115,7 @@ TEST(DiskCreator, AFullDiskFailsCleanly) {
             ::signal(SIGXFSZ, SIG_IGN);
             struct rlimit limit {2 << 20, 2 << 20};
             ::setrlimit(RLIMIT_FSIZE, &limit);
-            const std::string text = textOf(createDisk({dir / "full.vmdk", DiskAdapter::LsiLogic, 204800, kind, 3}).failure);
+            const std::string text = shown(createDisk({dir / "full.vmdk", DiskAdapter::LsiLogic, 204800, kind, 3}).failure);
             ::_exit(text.find("Cannot write " + (dir / "full-f").string()) != std::string::npos &&
                             text.find("File too large") != std::string::npos ? 0 : 1);
         }
@@ -142,11 +133,11 @@ TEST(DiskCreator, SingleGrowableThroughQemuImg) {
     if (!arden::findProgram("qemu-img")) ARDEN_CANNOT_RUN("qemu-img is not installed");
     ScratchDir dir;
     auto made = createDisk({dir / "q.vmdk", DiskAdapter::LsiLogic, 204801, DiskKind::Growable, 3});
-    ASSERT_TRUE(made.created) << textOf(made.failure);
+    ASSERT_TRUE(made.created) << shown(made.failure);
     auto info = readDiskInformation(dir / "q.vmdk");
     ASSERT_TRUE(info.information);
     EXPECT_EQ(std::tuple(info.information->totalSectors, info.information->createType, info.information->adapterType),
               std::tuple(std::int64_t{204801}, std::string("monolithicSparse"), std::string("lsilogic")));
-    const std::string failed = textOf(createDisk({dir / "missing-folder" / "q.vmdk", DiskAdapter::Ide, 204800, DiskKind::Growable, 3}).failure);
+    const std::string failed = shown(createDisk({dir / "missing-folder" / "q.vmdk", DiskAdapter::Ide, 204800, DiskKind::Growable, 3}).failure);
     EXPECT_NE(failed.find("exit code 1"), std::string::npos) << failed;
 }

@@ -24,7 +24,7 @@ DiskInformation readOk(const fs::path& p) {
 std::string failureOf(const fs::path& p) {
     DiskReadResult r = readDiskInformation(p);
     EXPECT_FALSE(r.information) << p;
-    return arden::resolveText(r.failure.title, 0) + ": " + arden::resolveText(r.failure.text, 0);
+    return arden::test::shown(r.failure);
 }
 
 std::string parseFailure(const std::string& text) {

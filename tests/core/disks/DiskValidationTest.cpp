@@ -7,12 +7,9 @@
 
 using namespace arden::disks;
 using arden::test::ScratchDir;
+using arden::test::shown;
 
 namespace {
-
-std::string textOf(const std::optional<arden::Message>& m) {
-    return m ? arden::resolveText(m->title, 0) + ": " + arden::resolveText(m->text, 0) : "";
-}
 
 DiskRequestCheck check(const ScratchDir& dir, std::int64_t sectors, DiskAdapter adapter = DiskAdapter::LsiLogic,
                        DiskKind kind = DiskKind::GrowableSplit, DiskMaxima maxima = {}) {
@@ -64,9 +61,9 @@ TEST(DiskChecks, SizesAndQuestions) {
     };
     for (const Case& c : cases) {
         DiskRequestCheck r = check(dir, c.sectors, c.adapter, c.kind, c.maxima);
-        EXPECT_EQ(textOf(r.refusal), c.refusal) << c.sectors;
+        EXPECT_EQ(shown(r.refusal), c.refusal) << c.sectors;
         std::vector<std::string> asked;
-        for (const arden::Message& q : r.questions) asked.push_back(textOf(q));
+        for (const arden::Message& q : r.questions) asked.push_back(shown(q));
         EXPECT_EQ(asked, c.questions) << c.sectors;
     }
 }
@@ -74,10 +71,10 @@ TEST(DiskChecks, SizesAndQuestions) {
 TEST(DiskChecks, AnyExistingFileOfTheDiskRefuses) {
     ScratchDir dir;
     arden::test::writeBytes(dir / "new.vmdk", "x");
-    EXPECT_EQ(textOf(check(dir, 300000).refusal), "File Exists: Disk already exists!  Choose new name (" + (dir / "new.vmdk").string() + ")");
+    EXPECT_EQ(shown(check(dir, 300000).refusal), "File Exists: Disk already exists!  Choose new name (" + (dir / "new.vmdk").string() + ")");
     std::filesystem::remove(dir / "new.vmdk");
     arden::test::writeBytes(dir / "new-s002.vmdk", "x");
-    EXPECT_NE(textOf(check(dir, 4192257).refusal).find("new-s002.vmdk"), std::string::npos) << "a left-over extent is never written over";
+    EXPECT_NE(shown(check(dir, 4192257).refusal).find("new-s002.vmdk"), std::string::npos) << "a left-over extent is never written over";
     EXPECT_FALSE(check(dir, 4192256).refusal) << "a one-extent disk has no second extent";
     std::filesystem::create_symlink(dir / "nowhere", dir / "new-f001.vmdk");
     EXPECT_TRUE(check(dir, 300000, DiskAdapter::Ide, DiskKind::PreallocatedSplit).refusal) << "a dangling link counts as there";
@@ -92,7 +89,7 @@ TEST(DiskNames, RefusedWithTheReasonAndAllowedUpTo240Bytes) {
         {std::string(241, 'x') + ".vmdk", "it is 241 bytes long; at most 240 are allowed."},
     };
     for (const auto& [name, why] : refused) {
-        const std::string text = textOf(checkDiskName(name));
+        const std::string text = shown(checkDiskName(name));
         EXPECT_TRUE(text.starts_with("Invalid Disk Name: The disk name \"")) << text;
         EXPECT_NE(text.find(why), std::string::npos) << text;
     }

@@ -6,12 +6,7 @@
 
 using namespace arden;
 
-namespace {
-
-std::string title(const Message& m) { return resolveText(m.title, 0); }
-std::string text(const Message& m) { return resolveText(m.text, 0); }
-
-}  // namespace
+using test::shown;
 
 TEST(MacOctet, EachPositionInBothModes) {
     // Per box, the texts typed in generated and in static mode and what each stores ("-": refused).
@@ -39,9 +34,8 @@ TEST(MacOctet, EmptyBoxLeavesTheAddressIncompleteAndRangeMessages) {
     EXPECT_EQ(joinMacBoxes(boxes), std::nullopt);
     boxes[3] = "3F";
     EXPECT_EQ(joinMacBoxes(boxes), "00:50:56:3F:12:34");
-    Message s = macRangeMessage(MacMode::Static), g = macRangeMessage(MacMode::Generated);
-    EXPECT_EQ(title(s) + ": " + text(s), "Invalid Static MAC Address: The static MAC address range is 00:50:56:00:00:00-00:50:56:3F:FF:FF");
-    EXPECT_EQ(title(g) + ": " + text(g), "Invalid Generated MAC Address: The generated MAC address range is 00:0C:29:xx:yy:zz");
+    EXPECT_EQ(shown(macRangeMessage(MacMode::Static)), "Invalid Static MAC Address: The static MAC address range is 00:50:56:00:00:00-00:50:56:3F:FF:FF");
+    EXPECT_EQ(shown(macRangeMessage(MacMode::Generated)), "Invalid Generated MAC Address: The generated MAC address range is 00:0C:29:xx:yy:zz");
 }
 
 TEST(MacMode, SwitchingAnAdapterKeepsEachModesAddress) {
@@ -97,7 +91,7 @@ TEST(MacOffset, NumericTextsAreStoredWithoutARangeCheck) {
     for (const Case& c : cases) {
         OffsetCheck r = checkMacOffset(c.typed);
         EXPECT_EQ(r.value, c.stored) << c.typed;
-        EXPECT_EQ(r.refusal ? title(*r.refusal) + ": " + text(*r.refusal) : "",
+        EXPECT_EQ(shown(r.refusal),
                   c.message ? std::string("Invalid Address Offset: ") + c.message : "");
     }
 }
@@ -129,10 +123,8 @@ TEST(DuplicateStaticMac, AskedOnlyForTheSameStaticAddress) {
     EXPECT_FALSE(duplicateStaticMacQuestion(store));
     addNic("static", ".address", "00:50:56:3f:00:01");  // a file may hold lower case
     auto question = duplicateStaticMacQuestion(store);
-    ASSERT_TRUE(question);
-    EXPECT_EQ(title(*question), "Duplicate Static MAC Address");
-    EXPECT_EQ(text(*question),
-              "More than one network adapter of this virtual machine has the same static MAC address:\n"
+    EXPECT_EQ(shown(question),
+              "Duplicate Static MAC Address: More than one network adapter of this virtual machine has the same static MAC address:\n"
               "ethernet0 and ethernet3 use 00:50:56:3F:00:01.\n"
               "The adapters will disturb each other on the network.  Save anyway?");
 }

@@ -6,12 +6,9 @@
 #include "TestSupport.h"
 
 using namespace arden;
+using test::shown;
 
 namespace {
-
-std::string shown(const std::optional<Message>& m) {
-    return m ? resolveText(m->title, 0) + ": " + resolveText(m->text, 0) : std::string{};
-}
 
 const std::string kNotNumeric = "Invalid Entry: RAM size must be numeric";
 const std::string kOutOfRange = "Invalid Memory Size: RAM size out of valid range for Selected Product/Version";

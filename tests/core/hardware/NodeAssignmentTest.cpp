@@ -5,6 +5,7 @@
 #include "TestSupport.h"
 
 using namespace arden;
+using test::shown;
 
 namespace {
 
@@ -24,8 +25,6 @@ struct Machine {
         return d;
     }
 };
-
-std::string shown(const Message& m) { return resolveText(m.title, 0) + ": " + resolveText(m.text, 0); }
 
 const std::string kNoIde = "No Available Nodes: No available IDE nodes!";
 const std::string kNoScsi = "No Available Nodes: No available SCSI nodes!";
@@ -101,7 +100,7 @@ TEST(NodeChoice, FreeNodesAreTakenAndRefusalsChangeNothing) {
     for (const auto& [type, identifier, label, message] : refused) {
         NodeChoice r = chooseNode(m.store, type, identifier, label);
         EXPECT_FALSE(r.changed) << label;
-        EXPECT_TRUE(r.message && shown(*r.message).starts_with(message)) << (r.message ? shown(*r.message) : label);
+        EXPECT_TRUE(shown(r.message).starts_with(message)) << shown(r.message);
     }
     EXPECT_EQ(m.store, before);
 
@@ -132,7 +131,7 @@ TEST(NodeChoice, TheHolderMovesToTheFirstFreeNodeOfItsBusUnlessItIsFull) {
         NodeChoice r = chooseNode(full.store, DeviceType::HardDisk, full.store.devices(DeviceType::HardDisk)[0].identifier,
                                   bus == Bus::Ide ? "IDE 1:1" : "SCSI 0:3");
         EXPECT_FALSE(r.changed);
-        EXPECT_EQ(r.message ? shown(*r.message) : "", bus == Bus::Ide ? kNoIde : kNoScsi);
+        EXPECT_EQ(shown(r.message), bus == Bus::Ide ? kNoIde : kNoScsi);
         EXPECT_EQ(full.store, before);
     }
 }
@@ -151,6 +150,6 @@ TEST(NodeChoice, TheOtherBusGivesItsFirstFreeNodeOrSaysItIsFull) {
     const DeviceStore before = m.store;
     NodeChoice full = chooseBus(m.store, DeviceType::HardDisk, disk.identifier, Bus::Ide);
     EXPECT_FALSE(full.changed);
-    EXPECT_EQ(full.message ? shown(*full.message) : "", kNoIde);
+    EXPECT_EQ(shown(full.message), kNoIde);
     EXPECT_EQ(m.store, before) << "the disk stays where it was";
 }
