@@ -36,16 +36,6 @@ TEST(VmxLoader, SplitsKeysAndValuesAsTheProductDoes) {
     EXPECT_EQ(guestVersions(old.product.guestFamily)[static_cast<std::size_t>(old.product.guestVersion)].identifier, "otherlinux");
 }
 
-TEST(VmxLoader, OwnBannersAreNotKept) {
-    VmConfiguration m = VmConfiguration::newMachine("A", "/vms/x/", "New VM", 7);
-    m.keptLines = {"# my own note", "uuid.bios = \"56 4d\""};
-    std::string once = writeVmxText(m);
-    auto r = parse(once);
-    ASSERT_TRUE(r.ok);
-    EXPECT_EQ(r.config.keptLines, (std::vector<std::string>{"# my own note", "uuid.bios = \"56 4d\""}));
-    EXPECT_EQ(writeVmxText(r.config), once) << "re-saving what was written gives the same bytes";
-}
-
 TEST(VmxLoader, PlatformAndVersionComments) {
     auto gsx = parse("# Platform = GSX Server\n# Version = 3.x\n");
     EXPECT_EQ((std::pair<int, int>(gsx.config.product.platform, gsx.config.product.version)), (std::pair<int, int>(kGsxServer, 1)));
