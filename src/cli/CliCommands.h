@@ -1,6 +1,10 @@
 #pragma once
 // The sub-commands of arden-forge-cli. Each takes the arguments after its own name and
 // returns the process exit code (see CliSupport.h).
+#include <optional>
+#include <string>
+#include <utility>
+
 #include "cli/CliSupport.h"
 
 namespace arden::cli {
@@ -10,6 +14,14 @@ int runNew(Args args);
 int runShow(Args args);
 int runResave(Args args);
 int runCheck(Args args);
+
+// The display name, notes, product target and guest: set (ProductCommands.cpp)
+int runSet(Args args);
+// The platform and version that --platform and --version name: `platform` (the machine's own)
+// when only a version is given, the platform's last version when only a platform is; nothing,
+// after printing the usage error, when either is not one the products have.
+std::optional<std::pair<int, int>> productTarget(const std::optional<std::string>& platformText,
+                                                 const std::optional<std::string>& versionText, int platform);
 
 // Virtual disks (DiskCommands.cpp)
 int runDisk(Args args);

@@ -14,17 +14,7 @@
 #include "core/support/TempFolder.h"
 
 namespace arden::cli {
-namespace {
-
 namespace fs = std::filesystem;
-
-std::string allowedVersions(int platform) {
-    std::string text;
-    for (std::string_view v : platformVersions(platform)) text += (text.empty() ? "\"" : ", \"") + std::string(v) + "\"";
-    return text;
-}
-
-}  // namespace
 
 int runNew(Args args) {
     bool missing = false;
@@ -34,23 +24,13 @@ int runNew(Args args) {
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 2) return usageError("new needs a FOLDER and a NAME");
 
-    int platform = kWorkstation;
-    if (platformText) {
-        auto p = platformFromName(*platformText);
-        if (!p) return usageError("unknown platform \"" + *platformText + "\"; use \"GSX Server\", \"Workstation\", \"Player\" or \"Server\"");
-        platform = *p;
-    }
-    int version = lastVersion(platform);
-    if (versionText) {
-        auto v = versionFromText(platform, *versionText);
-        if (!v) return usageError(std::string(platformName(platform)) + " has no version \"" + *versionText + "\"; use " + allowedVersions(platform));
-        version = *v;
-    }
+    auto target = productTarget(platformText, versionText, kWorkstation);
+    if (!target) return UsageError;
 
     std::random_device random;
     VmConfiguration config = VmConfiguration::newMachine(args[1], args[0], GetText(26), random());
-    config.product.platform = platform;
-    config.product.version = version;
+    config.product.platform = target->first;
+    config.product.version = target->second;
     std::error_code ec;
     if (fs::exists(config.vmxPath(), ec)) {
         printMessage(Message{MessageKind::Critical, {TextPart::fixed("File Exists")},
@@ -65,23 +45,8 @@ int runShow(Args args) {
     if (args.size() != 1) return usageError("show needs one FILE");
     auto config = loadConfiguration(args[0]);
     if (!config) return Refused;
-    const ProductSettings& p = config->product;
-    auto versions = platformVersions(p.platform);
     std::cout << "File: " << config->vmxPath() << '\n';
-    std::cout << "Display name: " << config->identity.displayName << '\n';
-    std::cout << "Product: " << platformName(p.platform) << ' '
-              << (p.version >= 0 && static_cast<std::size_t>(p.version) < versions.size()
-                      ? std::string(versions[static_cast<std::size_t>(p.version)])
-                      : std::string("(no version chosen)"))
-              << '\n';
-    if (std::string note = formatNote(*config); !note.empty()) std::cout << "Format: " << note << '\n';
-    std::cout << "Guest: ";
-    if (auto g = findGuest(p.guestId)) {
-        std::cout << guestFamilyName(g->family) << ", " << guestVersions(g->family)[static_cast<std::size_t>(g->version)].name
-                  << " (" << p.guestId << ")\n";
-    } else {
-        std::cout << p.guestId << " (not in the guest list)\n";
-    }
+    printTarget(*config);
     for (const Device& m : config->devices.devices(DeviceType::Memory)) std::cout << "Memory: " << m.settings.text("memsize") << " MB\n";
     std::cout << "Hardware:\n";
     // The hardware list's entries, in its order: by type, then as added.

@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <iostream>
 
+#include "core/config/ProductTables.h"
 #include "core/config/SaveFlow.h"
 #include "core/config/VmxLoader.h"
 #include "core/hardware/NetworkAdapter.h"
@@ -68,6 +69,25 @@ int saveEditedConfiguration(const std::string& file, const VmConfiguration& conf
     }
     if (!backupMade(file)) return Refused;
     return writeConfiguration(config, false);
+}
+
+void printTarget(const VmConfiguration& config) {
+    const ProductSettings& p = config.product;
+    auto versions = platformVersions(p.platform);
+    std::cout << "Display name: " << config.identity.displayName << '\n';
+    std::cout << "Product: "
+              << (p.version >= 0 && static_cast<std::size_t>(p.version) < versions.size()
+                      ? productText(p.platform, p.version)
+                      : std::string(platformName(p.platform)) + " (no version chosen)")
+              << '\n';
+    if (std::string note = formatNote(config); !note.empty()) std::cout << "Format: " << note << '\n';
+    std::cout << "Guest: ";
+    if (auto g = findGuest(p.guestId)) {
+        std::cout << guestFamilyName(g->family) << ", " << guestVersions(g->family)[static_cast<std::size_t>(g->version)].name
+                  << " (" << p.guestId << ")\n";
+    } else {
+        std::cout << p.guestId << " (not in the guest list)\n";
+    }
 }
 
 }  // namespace arden::cli

@@ -37,4 +37,8 @@ int saveEditedConfiguration(const std::string& file, const VmConfiguration& conf
 // Makes the backup FILE.bak and prints its notice; false when it could not be made.
 bool backupMade(const std::string& file);
 
+// Prints the display name, the product, the format note when there is one, and the guest, a
+// line each ("Product: Workstation 5.5x").
+void printTarget(const VmConfiguration& config);
+
 }  // namespace arden::cli

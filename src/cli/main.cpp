@@ -38,6 +38,13 @@ const Command kCommands[] = {
     {"check", arden::cli::runCheck,
      "check FILE\n"
      "      Load FILE and run the save checks without writing."},
+    {"set", arden::cli::runSet,
+     "set FILE [--name TEXT] [--notes TEXT] [--platform P] [--version V] [--guest ID] [--yes]\n"
+     "      Change the display name, the notes, the product (P and V as for new: a platform alone\n"
+     "      takes its last version, a version alone keeps the machine's platform) or the guest\n"
+     "      operating system, named as a file writes it (e.g. winXPPro, rhel4, otherlinux) and of a\n"
+     "      family the product offers. Adapter types the new product lacks become AMD Lance, with\n"
+     "      a notice. FILE is copied to FILE.bak first; --yes answers the questions of resave."},
     {"device", arden::cli::runDevice,
      "device add FILE TYPE [--node NODE] [--file PATH]\n"
      "      Add a device of TYPE (its English name, e.g. \"Hard Disk\", \"DVD/CD-ROM Drive\",\n"

@@ -40,6 +40,12 @@ TEST(CliSession, EachCommandReachesCore) {
         {{"memory", "@", "258"}, 0, "Memory: 256 MB\n", "258 MB was rounded down to 256 MB"},
         {{"memory", "@", "3604"}, 1, "", "Invalid Memory Size: RAM size out of valid range for Selected Product/Version\n"},
         {{"nic", "@", "0", "--type", "e1000", "--connection", "VMnet3", "--mac", "00:50:56:3f:0a:0b"}, 0, "", ""},
+        {{"set", "@", "--platform", "GSX Server", "--version", "2.5x", "--guest", "solaris10"}, 1, "",
+         "Invalid Guest Operating System: GSX Server 2.5x does not offer Solaris guests"},
+        {{"set", "@", "--name", "Renamed", "--version", "5.0x", "--guest", "RHEL4"}, 0,
+         "Display name: Renamed\nProduct: Workstation 5.0x\nGuest: Linux, Red Hat Enterprise Linux 4 (rhel4)\n",
+         "Adapter Type Changed: Workstation 5.0x does not offer every network adapter type this machine used:\n"
+         "Network Adapter 1: E1000 is now AMD Lance.\n"},
         {{"nic", "@", "0", "--mac", "00:50:56:40:00:00"}, 1, "", "Invalid Static MAC Address: The static MAC address range is "
                                                                "00:50:56:00:00:00-00:50:56:3F:FF:FF"},
         {{"nic", "@", "0", "--offset", "4"}, 1, "", "ethernet0 has a static address; an offset applies to generated addresses only"},
@@ -62,7 +68,9 @@ TEST(CliSession, EachCommandReachesCore) {
         EXPECT_TRUE(step.exitCode == 0 || (fs::exists(file) ? readBytes(file) : "") == before) << "a refused command writes nothing";
     }
     const std::string text = readBytes(file);
-    for (const std::string& line : std::vector<std::string>{"ide1:0.fileName = \"a.vmdk\"\r\n", "memsize = \"256\"\r\n", "ethernet0.virtualDev = \"e1000\"\r\n",
+    for (const std::string& line : std::vector<std::string>{"ide1:0.fileName = \"a.vmdk\"\r\n", "memsize = \"256\"\r\n", "ethernet0.virtualDev = \"vlance\"\r\n",
+                                   "displayName = \"Renamed\"\r\n# Platform = Workstation\r\n# Version = 5.0x\r\n",
+                                   "guestOS = \"rhel4\"\r\n",
                                    "ethernet0.connectionType = \"custom\"\r\nethernet0.vnet = \"VMnet3\"\r\n",
                                    "ethernet0.addressType = \"static\"\r\nethernet0.address = \"00:50:56:3F:0A:0B\"\r\n",
                                    "sharedFolder.maxNum = \"2\"\r\n", "fileName = \"" + (fs::current_path() / "boot.img").string() + "\"\r\n"})

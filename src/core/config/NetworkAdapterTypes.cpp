@@ -7,14 +7,6 @@
 namespace arden {
 namespace {
 
-std::string productText(int platform, int version) {
-    auto versions = platformVersions(platform);
-    std::string text(platformName(platform));
-    if (version >= 0 && static_cast<std::size_t>(version) < versions.size())
-        text += " " + std::string(versions[static_cast<std::size_t>(version)]);
-    return text;
-}
-
 // "AMD Lance", "VMXNet", "E1000" for a written value; the value itself when unknown.
 std::string typeName(std::string_view value) {
     auto position = nicTypePosition(value);

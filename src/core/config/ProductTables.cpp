@@ -267,6 +267,14 @@ std::string_view platformCommentLine(int platform) {
     return kPlatformComments[platform];
 }
 
+std::string productText(int platform, int version) {
+    auto versions = platformVersions(platform);
+    std::string text(platformName(platform));
+    if (version >= 0 && static_cast<std::size_t>(version) < versions.size())
+        text += " " + std::string(versions[static_cast<std::size_t>(version)]);
+    return text;
+}
+
 std::string versionCommentLine(int platform, int version) {
     auto versions = platformVersions(platform);
     if (version < 0 || static_cast<std::size_t>(version) >= versions.size()) return {};

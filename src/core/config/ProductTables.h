@@ -29,6 +29,8 @@ std::span<const std::string_view> platformVersions(int platform);
 std::optional<int> versionFromText(int platform, std::string_view text);
 // The last version of a platform (the default when none is chosen).
 int lastVersion(int platform);
+// "Workstation 5.0x": the platform's name and, when it has it, the version.
+std::string productText(int platform, int version);
 
 // Figures of one platform and version.
 struct ProductFigures {
