@@ -16,8 +16,6 @@ TEST(DeviceChoices, ConnectionsWriteTheProductsWordsAndReadTheirVariants) {
         {DeviceType::HardDisk, "file", std::nullopt},
     };
     for (const auto& [type, stored, connection] : read) EXPECT_EQ(connectionOf(type, stored), connection) << stored;
-    EXPECT_EQ(connectionKey(DeviceType::SerialPort), ".fileType");
-    EXPECT_EQ(connectionKey(DeviceType::CdRom), ".deviceType");
     EXPECT_EQ(connectionValue(DeviceType::CdRom, Connection::File), "cdrom-image");
     EXPECT_EQ(connectionValue(DeviceType::SerialPort, Connection::Pipe), "pipe");
     EXPECT_EQ(std::string(physicalDriveKind(true)) + " " + std::string(physicalDriveKind(false)), "atapi-cdrom cdrom-raw");
