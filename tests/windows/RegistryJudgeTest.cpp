@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "TestSupport.h"
@@ -58,36 +59,24 @@ protected:
     cRegistry registry_;
 };
 
-TEST_F(RegistryJudge, StringsAreStoredAsUtf16WithTheirEnd) {
-    for (const auto& [name, text, stored] : std::vector<std::tuple<std::string, std::string, std::wstring>>{
-             {"IniLocation", "C:\\Users\\J\xC3\xB6rg\\AppData\\Local\\Temp\\",
-              L"C:\\Users\\J\u00F6rg\\AppData\\Local\\Temp\\"},
-             {"", "default value", L"default value"},
-             {"Empty", "", L""},
-         }) {
-        SCOPED_TRACE(name);
+// Strings are stored as UTF-16 with their end, double words as four little-endian bytes.
+TEST_F(RegistryJudge, ValuesAreStoredAsTheRegistryHoldsThem) {
+    const std::tuple<std::string, std::uint32_t, std::string, std::string, std::string> cases[] = {
+        {"IniLocation", RegType::String, "C:\\Users\\J\xC3\xB6rg\\Temp\\", utf16(L"C:\\Users\\J\u00F6rg\\Temp\\"), ""},
+        {"", RegType::String, "default value", utf16(L"default value"), ""},
+        {"Empty", RegType::String, "", utf16(L""), ""},
+        {"LanguageOffset", RegType::DWord, "500", std::string("\xF4\x01\x00\x00", 4), ""},
+        {"LanguageOffset", RegType::DWord, "-1", std::string("\xFF\xFF\xFF\xFF", 4), "4294967295"},
+    };
+    for (const auto& [name, type, text, stored, readBack] : cases) {
+        SCOPED_TRACE(name + " = " + text);
         registry_.setValueKey(name);
-        registry_.setValueType(RegType::String);
+        registry_.setValueType(type);
         ASSERT_FALSE(registry_.setValue(text));
-        auto [type, data] = raw(name);
-        EXPECT_EQ(type, static_cast<DWORD>(REG_SZ));
-        EXPECT_EQ(data, utf16(stored));
-        EXPECT_EQ(registry_.Value(), text);
-    }
-}
-
-TEST_F(RegistryJudge, DwordsAreFourLittleEndianBytes) {
-    registry_.setValueKey("LanguageOffset");
-    registry_.setValueType(RegType::DWord);
-    for (const auto& [text, bytes, readBack] : std::vector<std::tuple<std::string, std::string, std::string>>{
-             {"500", std::string("\xF4\x01\x00\x00", 4), "500"},
-             {"-1", std::string("\xFF\xFF\xFF\xFF", 4), "4294967295"},
-         }) {
-        ASSERT_FALSE(registry_.setValue(text));
-        auto [type, data] = raw("LanguageOffset");
-        EXPECT_EQ(type, static_cast<DWORD>(REG_DWORD));
-        EXPECT_EQ(data, bytes);
-        EXPECT_EQ(registry_.Value(), readBack);
+        auto [kind, data] = raw(name);
+        EXPECT_EQ(kind, static_cast<DWORD>(type == RegType::String ? REG_SZ : REG_DWORD));
+        EXPECT_EQ(data, stored);
+        EXPECT_EQ(registry_.Value(), readBack.empty() ? text : readBack);
     }
 }
 
