@@ -23,6 +23,9 @@ int runSet(Args args);
 std::optional<std::pair<int, int>> productTarget(const std::optional<std::string>& platformText,
                                                  const std::optional<std::string>& versionText, int platform);
 
+// The Options tab's settings by name: option (OptionCommands.cpp)
+int runOption(Args args);
+
 // Virtual disks (DiskCommands.cpp)
 int runDisk(Args args);
 

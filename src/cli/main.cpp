@@ -45,6 +45,13 @@ const Command kCommands[] = {
      "      operating system, named as a file writes it (e.g. winXPPro, rhel4, otherlinux) and of a\n"
      "      family the product offers. Adapter types the new product lacks become AMD Lance, with\n"
      "      a notice. FILE is copied to FILE.bak first; --yes answers the questions of resave."},
+    {"option", arden::cli::runOption,
+     "option FILE [NAME VALUE]... [--yes]\n"
+     "      Without NAME, list the settings of the Options tab, one a line: name and value,\n"
+     "      tab-separated. With NAME VALUE pairs, set them: yes or no for a flag (\"snapshots\",\n"
+     "      \"drag-and-drop\", \"debug\" ...), one of the listed words for a choice (\"power-off\"\n"
+     "      hard|soft, \"when-powering-off\" keep|revert|take-new|ask ...), a folder for\n"
+     "      \"log-folder\". FILE is copied to FILE.bak first."},
     {"device", arden::cli::runDevice,
      "device add FILE TYPE [--node NODE] [--file PATH]\n"
      "      Add a device of TYPE (its English name, e.g. \"Hard Disk\", \"DVD/CD-ROM Drive\",\n"

@@ -50,6 +50,10 @@ TEST(CliSession, EachCommandReachesCore) {
                                                                "00:50:56:00:00:00-00:50:56:3F:FF:FF"},
         {{"nic", "@", "0", "--offset", "4"}, 1, "", "ethernet0 has a static address; an offset applies to generated addresses only"},
         {{"nic", "@", "1", "--enabled", "no"}, 1, "", "has no network adapter ethernet1; its adapters are ethernet0."},
+        {{"option", "@", "snapshots", "no", "When-Powering-Off", "Ask", "debug", "on"}, 0,
+         "snapshots\tno\nwhen-powering-off\task\ndebug\tyes\n", ""},
+        {{"option", "@", "reset", "medium"}, 2, "", "reset takes hard or soft, not \"medium\""},
+        {{"option", "@"}, 0, "reset\thard\n", ""},
         {{"share", "add", "@", "Music", host, "--read-only"}, 0, "", ""},
         {{"share", "add", "@", "Later", "/no/such folder"}, 1, "", "Shared Folder: The folder /no/such folder does not exist on this computer."},
         {{"share", "add", "@", "Later", "/no/such folder", "--this-session", "--disabled", "--yes"}, 0, "", ""},
@@ -70,7 +74,8 @@ TEST(CliSession, EachCommandReachesCore) {
     const std::string text = readBytes(file);
     for (const std::string& line : std::vector<std::string>{"ide1:0.fileName = \"a.vmdk\"\r\n", "memsize = \"256\"\r\n", "ethernet0.virtualDev = \"vlance\"\r\n",
                                    "displayName = \"Renamed\"\r\n# Platform = Workstation\r\n# Version = 5.0x\r\n",
-                                   "guestOS = \"rhel4\"\r\n",
+                                   "guestOS = \"rhel4\"\r\n", "debug = \"TRUE\"\r\n",
+                                   "snapshot.disabled = \"TRUE\"\r\nsnapshot.Action = \"prompt\"\r\n",
                                    "ethernet0.connectionType = \"custom\"\r\nethernet0.vnet = \"VMnet3\"\r\n",
                                    "ethernet0.addressType = \"static\"\r\nethernet0.address = \"00:50:56:3F:0A:0B\"\r\n",
                                    "sharedFolder.maxNum = \"2\"\r\n", "fileName = \"" + (fs::current_path() / "boot.img").string() + "\"\r\n"})
