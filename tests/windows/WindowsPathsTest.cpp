@@ -67,5 +67,19 @@ TEST(WindowsPaths, AFailedWriteNamesTheFileAndLeavesNothing) {
     EXPECT_EQ(std::distance(std::filesystem::directory_iterator(dir.path()), {}), 1) << "a temporary file was left";
 }
 
+// Saving over a read-only file is asked first; once the user says yes the file is replaced and
+// stays read-only, as it does on other systems.
+TEST(WindowsPaths, AReadOnlyFileIsReplacedAndStaysReadOnly) {
+    test::ScratchDir dir;
+    const auto file = dir / "ro.vmx";
+    test::writeBytes(file, "old");
+    ASSERT_TRUE(SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE));
+    EXPECT_EQ(writeFileAtomically(file, "new"), std::nullopt);
+    EXPECT_EQ(test::readBytes(file), "new");
+    EXPECT_EQ(GetFileAttributesW(file.c_str()) & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE),
+              static_cast<DWORD>(FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_ARCHIVE));
+    SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL);
+}
+
 }  // namespace
 }  // namespace arden

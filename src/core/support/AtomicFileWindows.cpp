@@ -1,7 +1,7 @@
 // Whole-file reads and writes on Windows. A write goes to a new temporary file beside the
 // target, is flushed to the disk, and takes the target's place with ReplaceFileW, which keeps
-// the target's attributes, security and creation time; a target that does not exist yet is
-// put in place with MoveFileExW. A failed write removes its temporary file and leaves the
+// the target's attributes, security and creation time (a read-only target keeps its mark too);
+// a target that does not exist yet is put in place with MoveFileExW. A failed write removes its temporary file and leaves the
 // target as it was.
 #ifdef _WIN32
 
@@ -79,7 +79,12 @@ std::optional<std::string> writeFileAtomically(const fs::path& target, std::stri
     error = writeAll(temp.get(), bytes);
     if (DWORD closeError = temp.close(); error == 0) error = closeError;
     if (error == 0) {
-        const bool exists = GetFileAttributesW(target.c_str()) != INVALID_FILE_ATTRIBUTES;
+        const DWORD attributes = GetFileAttributesW(target.c_str());
+        const bool exists = attributes != INVALID_FILE_ATTRIBUTES;
+        // A read-only target (the save has asked the user first) cannot be replaced while it is
+        // marked so: the mark is lifted for the replacement and put on the new file.
+        const bool readOnly = exists && (attributes & FILE_ATTRIBUTE_READONLY);
+        if (readOnly) SetFileAttributesW(target.c_str(), attributes & ~FILE_ATTRIBUTE_READONLY);
         BOOL done = exists ? ReplaceFileW(target.c_str(), tempPath.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS,
                                           nullptr, nullptr)
                            : FALSE;
@@ -87,6 +92,7 @@ std::optional<std::string> writeFileAtomically(const fs::path& target, std::stri
         // needs rights to the target's attributes): renamed over it instead.
         if (!done) done = MoveFileExW(tempPath.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
         if (!done) error = GetLastError();
+        if (readOnly) SetFileAttributesW(target.c_str(), attributes);  // kept, whether replaced or not
     }
     if (error != 0) {
         DeleteFileW(tempPath.c_str());
