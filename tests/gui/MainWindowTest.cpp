@@ -68,16 +68,15 @@ TEST_F(MainWindow, NewAsksFolderAndNameAndTheTabShowsTheUnsavedMachine) {
     EXPECT_EQ(tabs()->tabText(2), "Fresh *");
 }
 
-TEST_F(MainWindow, OpenMakesTheBackupAndSaveAddsOneFavourite) {
+TEST_F(MainWindow, OpenTakesThePickedFileAndSaveAddsOneFavourite) {
     const fs::path file = writeVmx("vm1/vm1.vmx");
     InFolder cwd(home.path() / "vm1");
-    open({}, true);
+    open();
     script.file("vm1.vmx");  // made absolute
     window->openConfiguration();
     EXPECT_EQ(script.shown()[0].title + ": " + script.shown()[0].text,
               "Select Existing Virtual Machine Configuration: VMware Configuration File (*.vmx)");
-    EXPECT_EQ(said(script), QStringList{"Backup Made: Backup file created as: " + at("vm1/vm1.vmx.bak")});
-    EXPECT_TRUE(fs::exists(file.string() + ".bak"));
+    EXPECT_EQ(window->activeEditor()->vmxPath(), qpath(file));
 
     EXPECT_EQ(favourites()->topLevelItemCount(), 0);
     window->saveConfiguration();
