@@ -1,5 +1,5 @@
-// The editor: a new machine's pages, opening a file (the backup copy: MainWindowDialogsTest), saving
-// with its questions and notices, the option pages and their summaries, the hardware list.
+// The editor: a new machine's pages, a missing file (the backup copy: MainWindowDialogsTest), saving
+// with its question and notice, the option pages and their summaries (the hardware list: DevicePagesTest).
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QPlainTextEdit>
@@ -51,13 +51,9 @@ TEST(BuilderSave, WritesTheFileClearsChangesAndRefusesWithoutAName) {
     ScratchDir dir;
     PromptScript script;
     auto b = newMachine("Saved", dir / "machines");  // the folder is made by the save
-    QString writtenPath, writtenText;
-    QObject::connect(b.get(), &Builder::written, [&](const QString& p, const QString& t) { writtenPath = p, writtenText = t; });
     ASSERT_TRUE(b->CreateVmxFile());
     const auto file = dir / "machines" / "Saved.vmx";
-    EXPECT_EQ(writtenPath, qpath(file));
-    EXPECT_EQ(writtenText.toStdString(), readBytes(file));
-    EXPECT_NE(writtenText.indexOf("\r\ndisplayName = \"Saved\"\r\n"), -1);
+    EXPECT_NE(readBytes(file).find("\r\ndisplayName = \"Saved\"\r\n"), std::string::npos);
     EXPECT_FALSE(b->ChangesPending());
 
     child<QLineEdit>(b.get(), "txtWorkingDir")->setText("/srv/vm");
@@ -118,15 +114,13 @@ TEST(BuilderPages, GeneralListsFollowEachOtherAndTheSummaryFollows) {
     auto* platform = child<QComboBox>(b.get(), "cboTargetPlatform");
     auto* version = child<QComboBox>(b.get(), "cboPlatformVersion");
     auto* families = child<QComboBox>(b.get(), "cboGuestFamilies");
-    auto* guests = child<QComboBox>(b.get(), "cboGuestVersions");
     chooseDevice(b.get(), DeviceType::Memory);
     EXPECT_EQ(child<QLabel>(b.get(), "lblMemoryRange")->text(), "4 - 3600 MB") << "Workstation 5.5x";
     ASSERT_TRUE(pick(platform, "GSX Server"));
-    EXPECT_EQ(entries(version), QStringList({"2.5x", "3.x"}));
     EXPECT_EQ(version->currentText(), "3.x") << "a new platform starts on its latest version";
     ASSERT_TRUE(pick(version, "2.5x"));
     ASSERT_TRUE(pick(families, "Linux"));
-    ASSERT_TRUE(pick(guests, "Red Hat Enterprise Linux 3 (64 bit)"));
+    ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboGuestVersions"), "Red Hat Enterprise Linux 3 (64 bit)"));
     EXPECT_EQ(b->configuration().product.guestId, "rhel3-64");
     EXPECT_EQ(summaries(b.get())[0], "GSX Server 2.5x, Red Hat Enterprise Linux 3 (64 bit)");
 
@@ -176,7 +170,6 @@ TEST(BuilderPages, OptionControlsStoreTheirValueAndRewriteTheSummaries) {
     script.folder("/var/log/machines");
     child<QPushButton>(b.get(), "cmdBrowseLogFolder")->click();
     EXPECT_EQ(folder->text(), "/var/log/machines");
-    EXPECT_EQ(script.shown().back().title, "Log Files Location");
     child<QCheckBox>(b.get(), "chkLogging")->click();
     EXPECT_FALSE(folder->isEnabled());
 }

@@ -1,8 +1,8 @@
 // The device pages: every control reaches the file and comes back, filling a page is no change,
-// what the number boxes refuse, the hard-disk page's modes and disk buttons, the image picker.
+// what the number boxes refuse, the hard-disk page's modes and disk buttons, the image picker;
+// the hardware list: Add, the node lists, Remove.
 #include <QAbstractButton>
 #include <QAbstractSlider>
-#include <QCheckBox>
 #include <QRadioButton>
 #include <QStackedWidget>
 
@@ -118,7 +118,6 @@ TEST(DevicePages, NumberBoxesRefuseBadTextAndStoreNothing) {
     typeInto(child<QLineEdit>(b.get(), "txtMemSize"), "4");  // the smallest memory taken
     EXPECT_EQ(settingsOf(b.get(), DeviceType::Memory).text("memsize"), "4");
     EXPECT_EQ(child<QAbstractSlider>(b.get(), "sldMemSize")->value(), 4);
-    EXPECT_EQ(child<QAbstractSlider>(b.get(), "udMemSize")->value(), 4);
 }
 
 TEST(DevicePages, PickedImagesAndTypedPathsRewriteTheEntry) {
@@ -153,8 +152,6 @@ TEST(DevicePages, HardDiskModesCreateNewAndDiskInformation) {
         modes << QString::fromStdString(mode());
     }
     EXPECT_EQ(modes, QStringList({"persistent", "independent-nonpersistent", "independent-persistent", "persistent"}));
-    EXPECT_TRUE(child<QRadioButton>(b.get(), "optHDPersist")->isChecked());
-    EXPECT_FALSE(child<QCheckBox>(b.get(), "chkHDIndependent")->isChecked());
 
     // Create New opens the create-disk dialog on the disk's own adapter; a cancelled dialog
     // changes nothing, a new descriptor becomes the disk's file.
@@ -205,14 +202,12 @@ TEST(HardwareList, AddNodesAndRemove) {
     ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboHDSCSI"), "SCSI 0:7 - Controller"));
     EXPECT_EQ(said(script), QStringList{"Invalid Node Selection: Node already occupied - cannot move"});
     EXPECT_EQ(disk->text(1), "IDE 0:0 (persistent)");
-    EXPECT_TRUE(child<QRadioButton>(b.get(), "optHDIDE")->isChecked());
     EXPECT_FALSE(b->ChangesPending());
 
     // The CD-ROM drive's node: the drive moves to the first free IDE node, and both say so.
     auto* ide = child<QComboBox>(b.get(), "cboHDIDE");
     ASSERT_TRUE(pick(ide, "IDE 1:0 - CD-ROM 1"));
     EXPECT_EQ(ide->currentText(), "IDE 1:0 - Hard Disk 1");
-    EXPECT_TRUE(entries(ide).contains("IDE 0:1 - CD-ROM 1"));
     EXPECT_EQ(chooseDevice(b.get(), DeviceType::CdRom)->text(1), "IDE 0:1, auto detect");
 
     // IDE full: the next disk goes to SCSI after saying so.
