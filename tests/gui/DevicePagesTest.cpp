@@ -4,6 +4,7 @@
 #include <QAbstractButton>
 #include <QAbstractSlider>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QStackedWidget>
 
 #include "GuiTestSupport.h"
@@ -156,18 +157,18 @@ TEST(DevicePages, HardDiskModesCreateNewAndDiskInformation) {
     // Create New opens the create-disk dialog on the disk's own adapter; a cancelled dialog
     // changes nothing, a new descriptor becomes the disk's file.
     auto* file = child<QLineEdit>(b.get(), "txtHDFile");
-    const QString before = file->text();
+    typeInto(file, "kept.vmdk");
     QString adapterShown;
     for (const char* button : {"cmdCancel", "cmdOK"}) {
         onNextModal([&](QWidget* dialog) {
-            for (auto* option : dialog->findChildren<QRadioButton*>())
-                if (option->isChecked() && option->objectName().startsWith("optAdapt")) adapterShown = option->objectName();
+            for (auto* option : dialog->findChildren<QRadioButton*>(QRegularExpression("^optAdapt")))
+                if (option->isChecked()) adapterShown = option->objectName();
             child<QLineEdit>(dialog, "txtNewDisk")->setText("Made Here");
             child<QLineEdit>(dialog, "txtDiskSize")->setText("1");
             child<QPushButton>(dialog, button)->click();
         });
         child<QPushButton>(b.get(), "cmdHDCreate")->click();
-        EXPECT_EQ(file->text(), button == std::string("cmdOK") ? qpath(dir / "Made Here.vmdk") : before);
+        EXPECT_EQ(file->text(), button == std::string("cmdOK") ? qpath(dir / "Made Here.vmdk") : "kept.vmdk");
     }
     EXPECT_EQ(adapterShown, "optAdaptIde") << "a disk on an IDE node starts with the IDE adapter";
     EXPECT_TRUE(std::filesystem::exists(dir / "Made Here.vmdk"));

@@ -118,7 +118,8 @@ TEST_F(MainWindow, EveryMenuShortcutDoesItsCommand) {
         for (int i = 0; i < keys.count(); ++i) {
             QTest::keyClick(QApplication::activePopupWidget() ? QApplication::activePopupWidget() : window.get(),
                             keys[i].key(), keys[i].keyboardModifiers());
-            if (i + 1 < keys.count()) QTRY_VERIFY_WITH_TIMEOUT(QApplication::activePopupWidget(), 2000);
+            EXPECT_TRUE(i + 1 == keys.count() ||
+                        QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }, 2000));
         }
         settle();
         EXPECT_TRUE(c.done()) << c.keys;

@@ -38,7 +38,7 @@ TEST_F(MainWindow, TheCommandLineOpensItsFileAfterTheDelayOrWarns) {
     const QString full = at("with blanks/My Machine.vmx");
     for (const QString& line : {"\"" + full + "\"", full, QString("My Machine.vmx"), QString("\"./My Machine.vmx\"")}) {
         open(line);
-        QTRY_COMPARE_WITH_TIMEOUT(tabs()->count(), 2, 5000);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return tabs()->count() == 2; }, 5000)) << line;
         EXPECT_EQ(tabs()->tabText(1), "Small One");
         EXPECT_EQ(window->activeEditor()->vmxPath(), full);
     }
