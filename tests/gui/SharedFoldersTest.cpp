@@ -37,7 +37,14 @@ std::unique_ptr<Builder> savedMachine(const std::filesystem::path& folder) {
     return b;
 }
 
-QStringList rows(Builder* b) { return test::rows(child<QTreeWidget>(b, "lvwSharedFolders")); }
+// The shares as the page lists them: name | host folder | attributes.
+QStringList rows(Builder* b) {
+    auto* list = child<QTreeWidget>(b, "lvwSharedFolders");
+    QStringList out;
+    for (QTreeWidgetItem* i = list->topLevelItem(0); i; i = list->itemBelow(i))
+        out << i->text(0) + " | " + i->text(1) + " | " + i->text(2);
+    return out;
+}
 
 TEST(SharedFolders, AddPropertiesAndRemoveShowTheShareAndCancelChangesNothing) {
     ScratchDir dir;
