@@ -1,9 +1,11 @@
 // The device pages: every control reaches the file and comes back, filling a page is no change,
-// what the number boxes refuse, the hard-disk page's modes and disk buttons, the image picker.
+// what the number boxes refuse, the hard-disk page's modes and disk buttons, the image picker;
+// the hardware list: Add, the node lists, Remove.
 #include <QAbstractButton>
 #include <QAbstractSlider>
-#include <QCheckBox>
 #include <QRadioButton>
+#include <QRegularExpression>
+#include <QStackedWidget>
 
 #include "GuiTestSupport.h"
 
@@ -39,7 +41,6 @@ void apply(Builder* b, const Edit& e) {
 const Edit kEdits[] = {
     {DeviceType::Cpu, "chkCPUPae", Act::Set, "on", {}},
     {DeviceType::Memory, "txtMemSize", Act::Type, "258", "256"},
-    {DeviceType::Floppy, "chkFloppyConnectedBoot", Act::Set, "off", {}},
     {DeviceType::Floppy, "txtFloppyImage", Act::Type, "/images/boot \"disk\" ä.flp", {}},
     {DeviceType::Floppy, "optFloppyImage", Act::Set, "on", {}},
     {DeviceType::ParallelPort, "cboParPort", Act::Type, "/dev/parport1", {}},
@@ -47,9 +48,6 @@ const Edit kEdits[] = {
     {DeviceType::SerialPort, "txtSerPipeName", Act::Type, "\\\\.\\pipe\\com ü 1", {}},
     {DeviceType::SerialPort, "optSerPipe", Act::Set, "on", {}},
     {DeviceType::SerialPort, "cboSerPipeEnd1", Act::Pick, "Client", {}},
-    {DeviceType::SerialPort, "cboSerPipeEnd2", Act::Pick, "Application", {}},
-    {DeviceType::SerialPort, "chkSerYield", Act::Set, "on", {}},
-    {DeviceType::Sound, "chkAudioEnabled", Act::Set, "off", {}},
     {DeviceType::Usb, "chkUsbAutoConnect", Act::Set, "on", {}},
     {DeviceType::IdeController, "chkIDEEnabled", Act::Set, "off", {}},
     {DeviceType::ScsiController, "cboSCSICont", Act::Pick, "LSI Logic", {}},
@@ -59,10 +57,8 @@ const Edit kEdits[] = {
     {DeviceType::HardDisk, "optHDNonPersist", Act::Set, "on", {}},
     {DeviceType::CdRom, "txtCDRImage", Act::Type, "/isos/Réseau \"live\" 1.iso", {}},
     {DeviceType::CdRom, "optCDRImage", Act::Set, "on", {}},
-    {DeviceType::CdRom, "chkCDRExclusive", Act::Set, "on", {}},
     {DeviceType::GenericScsi, "txtGenSCSIDevice", Act::Type, "/dev/sg 2", {}},
     {DeviceType::GenericScsi, "cboGenSCSI", Act::Pick, "SCSI 0:3", "SCSI 0:3 - Gen SCSI 1"},
-    {DeviceType::Display, "txtMaxWidth", Act::Type, "1600", {}},
     {DeviceType::Display, "txtVRamSize", Act::Type, "16", {}},
     {DeviceType::Display, "chkDisplay3D", Act::Set, "on", {}},
     {DeviceType::Mouse, "chkMouseEnabled", Act::Set, "off", {}},
@@ -123,7 +119,6 @@ TEST(DevicePages, NumberBoxesRefuseBadTextAndStoreNothing) {
     typeInto(child<QLineEdit>(b.get(), "txtMemSize"), "4");  // the smallest memory taken
     EXPECT_EQ(settingsOf(b.get(), DeviceType::Memory).text("memsize"), "4");
     EXPECT_EQ(child<QAbstractSlider>(b.get(), "sldMemSize")->value(), 4);
-    EXPECT_EQ(child<QAbstractSlider>(b.get(), "udMemSize")->value(), 4);
 }
 
 TEST(DevicePages, PickedImagesAndTypedPathsRewriteTheEntry) {
@@ -141,12 +136,9 @@ TEST(DevicePages, PickedImagesAndTypedPathsRewriteTheEntry) {
     EXPECT_EQ(floppy->text(1), "File /srv/images/dos 6.22.flp");
 
     QTreeWidgetItem* cd = chooseDevice(&b, DeviceType::CdRom);
-    child<QPushButton>(&b, "cmdBrowseCDRImage")->click();  // cancelled: nothing changes
-    EXPECT_EQ(cd->text(1), "IDE 1:0, auto detect");
     typeInto(child<QLineEdit>(&b, "txtCDRImage"), "/isos/new.iso");
     EXPECT_EQ(cd->text(1), "IDE 1:0, /isos/new.iso");
     EXPECT_TRUE(child<QRadioButton>(&b, "optCDRImage")->isChecked());
-    EXPECT_FALSE(child<QCheckBox>(&b, "chkCDRLegacy")->isEnabled()) << "legacy emulation is for a physical drive";
 }
 
 TEST(DevicePages, HardDiskModesCreateNewAndDiskInformation) {
@@ -161,22 +153,24 @@ TEST(DevicePages, HardDiskModesCreateNewAndDiskInformation) {
         modes << QString::fromStdString(mode());
     }
     EXPECT_EQ(modes, QStringList({"persistent", "independent-nonpersistent", "independent-persistent", "persistent"}));
-    EXPECT_TRUE(child<QRadioButton>(b.get(), "optHDPersist")->isChecked());
-    EXPECT_FALSE(child<QCheckBox>(b.get(), "chkHDIndependent")->isChecked());
 
-    // Create New opens the create-disk dialog on the disk's own adapter; the new descriptor
-    // becomes the disk's file.
+    // Create New opens the create-disk dialog on the disk's own adapter; a cancelled dialog
+    // changes nothing, a new descriptor becomes the disk's file.
+    auto* file = child<QLineEdit>(b.get(), "txtHDFile");
+    typeInto(file, "kept.vmdk");
     QString adapterShown;
-    onNextModal([&](QWidget* dialog) {
-        for (auto* option : dialog->findChildren<QRadioButton*>())
-            if (option->isChecked() && option->objectName().startsWith("optAdapt")) adapterShown = option->objectName();
-        child<QLineEdit>(dialog, "txtNewDisk")->setText("Made Here");
-        child<QLineEdit>(dialog, "txtDiskSize")->setText("1");
-        child<QPushButton>(dialog, "cmdOK")->click();
-    });
-    child<QPushButton>(b.get(), "cmdHDCreate")->click();
+    for (const char* button : {"cmdCancel", "cmdOK"}) {
+        onNextModal([&](QWidget* dialog) {
+            for (auto* option : dialog->findChildren<QRadioButton*>(QRegularExpression("^optAdapt")))
+                if (option->isChecked()) adapterShown = option->objectName();
+            child<QLineEdit>(dialog, "txtNewDisk")->setText("Made Here");
+            child<QLineEdit>(dialog, "txtDiskSize")->setText("1");
+            child<QPushButton>(dialog, button)->click();
+        });
+        child<QPushButton>(b.get(), "cmdHDCreate")->click();
+        EXPECT_EQ(file->text(), button == std::string("cmdOK") ? qpath(dir / "Made Here.vmdk") : "kept.vmdk");
+    }
     EXPECT_EQ(adapterShown, "optAdaptIde") << "a disk on an IDE node starts with the IDE adapter";
-    EXPECT_EQ(child<QLineEdit>(b.get(), "txtHDFile")->text(), qpath(dir / "Made Here.vmdk"));
     EXPECT_TRUE(std::filesystem::exists(dir / "Made Here.vmdk"));
     child<QPushButton>(b.get(), "cmdHDInfo")->click();
     ASSERT_FALSE(script.messages().empty());
@@ -185,59 +179,49 @@ TEST(DevicePages, HardDiskModesCreateNewAndDiskInformation) {
         << said(script).back();
 }
 
-TEST(AddHardware, OffersWhatFitsAndShowsTheNewDevice) {
+// Add offers what fits; a node the core refuses keeps the device where it was, a node held by
+// another device moves that device; a full IDE bus sends the next disk to SCSI; Remove chooses the next entry.
+TEST(HardwareList, AddNodesAndRemove) {
     ScratchDir dir;
     PromptScript script;
     auto b = newMachine("Add", dir.path());  // its DVD/CD-ROM drive holds IDE 1:0
     ASSERT_TRUE(b->CreateVmxFile());
     auto* list = child<QTreeWidget>(b.get(), "lvwHardwareList");
+    auto* remove = child<QPushButton>(b.get(), "cmdHardwareRemove");
+    chooseDevice(b.get(), DeviceType::Cpu);
+    EXPECT_FALSE(remove->isEnabled());
     const QStringList offered = addThroughDialog(b.get(), "Hard Disk", false);
     EXPECT_EQ(offered.back(), "Add a Hard Disk.");
-    EXPECT_TRUE(offered.contains("Parallel Port") && !offered.contains("Memory")) << offered.join(", ").toStdString();
+    EXPECT_TRUE(offered.contains("Parallel Port") && !offered.contains("Memory")) << offered.join(", ");
     EXPECT_FALSE(b->ChangesPending()) << "Cancel adds nothing";
 
-    addThroughDialog(b.get(), "Hard Disk");
-    EXPECT_TRUE(b->ChangesPending());
-    EXPECT_EQ(list->currentItem()->text(0) + " " + list->currentItem()->text(1), "Hard Disk 1 IDE 0:0 (persistent)");
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboHDIDE")->currentText(), "IDE 0:0 - Hard Disk 1");
-    addThroughDialog(b.get(), "Floppy Drive");
-    EXPECT_FALSE(addThroughDialog(b.get(), "Floppy Drive", false).contains("Floppy Drive")) << "two floppies at most";
-
-    // IDE full: the next disk goes to SCSI after saying so.
-    for (const char* type : {"SCSI Controller", "Hard Disk", "Hard Disk", "Hard Disk"}) addThroughDialog(b.get(), type);
-    EXPECT_EQ(said(script), QStringList{"No Available Nodes: No available IDE nodes!"});
-    EXPECT_TRUE(list->currentItem()->text(1).startsWith("SCSI 0:0 ")) << list->currentItem()->text(1);
-    EXPECT_TRUE(child<QRadioButton>(b.get(), "optHDSCSI")->isChecked());
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboHDIDE")->currentText(), "N/A");
-}
-
-TEST(NodeChoice, AHeldNodeMovesItsHolderAndTheControllerNodeIsRefused) {
-    ScratchDir dir;
-    PromptScript script;
-    auto b = newMachine("Nodes", dir.path());
     addThroughDialog(b.get(), "SCSI Controller");
-    addThroughDialog(b.get(), "Hard Disk");  // IDE 0:0
+    addThroughDialog(b.get(), "Hard Disk");
+    QTreeWidgetItem* disk = list->currentItem();
+    EXPECT_EQ(disk->text(0) + " " + disk->text(1), "Hard Disk 1 IDE 0:0 (persistent)");
     ASSERT_TRUE(b->CreateVmxFile());
-    auto* ide = child<QComboBox>(b.get(), "cboHDIDE");
-    QTreeWidgetItem* disk = chooseDevice(b.get(), DeviceType::HardDisk);
     ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboHDSCSI"), "SCSI 0:7 - Controller"));
     EXPECT_EQ(said(script), QStringList{"Invalid Node Selection: Node already occupied - cannot move"});
     EXPECT_EQ(disk->text(1), "IDE 0:0 (persistent)");
-    EXPECT_TRUE(child<QRadioButton>(b.get(), "optHDIDE")->isChecked());
-    ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboHDSCSI"), "N/A"));
     EXPECT_FALSE(b->ChangesPending());
 
     // The CD-ROM drive's node: the drive moves to the first free IDE node, and both say so.
-    script.clear();
+    auto* ide = child<QComboBox>(b.get(), "cboHDIDE");
     ASSERT_TRUE(pick(ide, "IDE 1:0 - CD-ROM 1"));
-    EXPECT_TRUE(script.messages().empty() && b->ChangesPending());
     EXPECT_EQ(ide->currentText(), "IDE 1:0 - Hard Disk 1");
-    EXPECT_TRUE(entries(ide).contains("IDE 0:1 - CD-ROM 1"));
-    QTreeWidgetItem* cd = chooseDevice(b.get(), DeviceType::CdRom);
-    EXPECT_EQ(cd->text(1), "IDE 0:1, auto detect");
-    child<QRadioButton>(b.get(), "optCDRSCSI")->click();
-    EXPECT_EQ(child<QComboBox>(b.get(), "cboCDRSCSI")->currentText(), "SCSI 0:0 - CD-ROM 1");
-    EXPECT_EQ(cd->text(1), "SCSI 0:0, auto detect");
+    EXPECT_EQ(chooseDevice(b.get(), DeviceType::CdRom)->text(1), "IDE 0:1, auto detect");
+
+    // IDE full: the next disk goes to SCSI after saying so.
+    script.clear();
+    for (int i = 0; i < 3; ++i) addThroughDialog(b.get(), "Hard Disk");
+    EXPECT_EQ(said(script), QStringList{"No Available Nodes: No available IDE nodes!"});
+    EXPECT_TRUE(list->currentItem()->text(1).startsWith("SCSI 0:0 ")) << list->currentItem()->text(1);
+
+    chooseDevice(b.get(), DeviceType::CdRom);
+    remove->click();
+    EXPECT_FALSE(column(list, 0).contains("CD-ROM 1"));
+    EXPECT_EQ(list->currentItem()->text(0), "Display") << "the next entry is chosen";
+    EXPECT_EQ(child<QStackedWidget>(b.get(), "sstHardware")->currentWidget()->objectName(), "fraDisplayPage");
 }
 
 }  // namespace

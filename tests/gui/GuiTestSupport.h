@@ -86,16 +86,6 @@ inline QStringList column(QTreeWidget* list, int col) {
     for (int i = 0; i < list->topLevelItemCount(); ++i) out << list->topLevelItem(i)->text(col);
     return out;
 }
-// The rows of a list view, their columns joined with " | ".
-inline QStringList rows(QTreeWidget* list) {
-    QStringList out;
-    for (int i = 0; i < list->topLevelItemCount(); ++i) {
-        QStringList cells;
-        for (int c = 0; c < list->columnCount(); ++c) cells << list->topLevelItem(i)->text(c);
-        out << cells.join(" | ");
-    }
-    return out;
-}
 
 // The nth entry of `type` in the hardware list, chosen; null when there is none.
 inline QTreeWidgetItem* chooseDevice(Builder* b, DeviceType type, int nth = 0) {

@@ -24,48 +24,35 @@ struct NicPage {
     std::string nic(const std::string& key, int n = 0) const { return settingsOf(b, DeviceType::Network, n).text(key); }
 };
 
-TEST(NetworkPage, OctetsAreCheckedWhenLeftInBothAddressModesAndGenerateFillsThem) {
+TEST(NetworkPage, AddressesOffsetConnectionsAndTheTypeListFollowingTheVersion) {
     ScratchDir dir;
+    PromptScript script;
     auto b = newMachine("Net", dir.path());
     chooseDevice(b.get(), DeviceType::Network);
     NicPage page{b.get()};
     const std::string generated = page.nic(".generatedAddress");
     EXPECT_EQ(page.octets().toStdString(), generated);
-    auto* generate = child<QPushButton>(b.get(), "cmdNetMacGenerate");
-    EXPECT_FALSE(generate->isEnabled());
     page.click("optNetMacStatic");
     EXPECT_EQ(page.octets(), ":::::") << "a generated address is not offered as a static one";
-    EXPECT_TRUE(generate->isEnabled() && !child<QLineEdit>(b.get(), "txtNetMacGenOffset")->isEnabled());
-    {
-        PromptScript script;
-        page.type({"00", "50", "56", "40"});
-        EXPECT_EQ(said(script), QStringList{"Invalid Static MAC Address: The static MAC address range is "
-                                            "00:50:56:00:00:00-00:50:56:3F:FF:FF"});
-        EXPECT_EQ(page.octets(), "00:50:56:::") << "a refused octet empties its box";
-        EXPECT_FALSE(settingsOf(b.get(), DeviceType::Network).has(".address")) << "an incomplete address is not stored";
-        page.type({"00", "50", "56", "3f", "a1", "07"});
-        EXPECT_EQ(said(script).size(), 1);
-        EXPECT_EQ(page.octets() + " " + QString::fromStdString(page.nic(".address") + " " + page.nic(".addressType")),
-                  "00:50:56:3F:A1:07 00:50:56:3F:A1:07 static");
-    }
+    EXPECT_TRUE(child<QPushButton>(b.get(), "cmdNetMacGenerate")->isEnabled());
+    EXPECT_FALSE(child<QLineEdit>(b.get(), "txtNetMacGenOffset")->isEnabled());
+    page.type({"00", "50", "56", "40"});
+    EXPECT_EQ(said(script), QStringList{"Invalid Static MAC Address: The static MAC address range is "
+                                        "00:50:56:00:00:00-00:50:56:3F:FF:FF"});
+    EXPECT_EQ(page.octets(), "00:50:56:::") << "a refused octet empties its box";
+    EXPECT_FALSE(settingsOf(b.get(), DeviceType::Network).has(".address")) << "an incomplete address is not stored";
+    page.type({"00", "50", "56", "3f", "a1", "07"});
+    EXPECT_EQ(page.octets() + " " + QString::fromStdString(page.nic(".address") + " " + page.nic(".addressType")),
+              "00:50:56:3F:A1:07 00:50:56:3F:A1:07 static");
     page.click("cmdNetMacGenerate");
     const std::string address = page.nic(".address");
     EXPECT_TRUE(address.substr(0, 9) == "00:50:56:" && address.substr(9, 2) <= "3F") << address;
     EXPECT_EQ(page.octets().toStdString(), address);
     page.click("optNetMacGenerated");
     EXPECT_EQ(page.octets().toStdString(), generated);
-    PromptScript script;
-    typeInto(page.octet(1), "50");
-    EXPECT_EQ(said(script), QStringList{"Invalid Generated MAC Address: The generated MAC address range is 00:0C:29:xx:yy:zz"});
     page.type({"00", "0c", "29", "ff"});
     EXPECT_EQ(page.nic(".generatedAddress"), "00:0C:29:FF:" + generated.substr(12));
-}
 
-TEST(NetworkPage, OffsetConnectionsAndTheTypeListFollowingTheVersion) {
-    ScratchDir dir;
-    auto b = newMachine("Net", dir.path());
-    chooseDevice(b.get(), DeviceType::Network);
-    NicPage page{b.get()};
     auto* types = child<QComboBox>(b.get(), "cboNicType");
     EXPECT_EQ(entries(types), QStringList({"AMD Lance", "VMXNet", "E1000"}));
     ASSERT_TRUE(pick(types, "E1000"));
@@ -81,7 +68,7 @@ TEST(NetworkPage, OffsetConnectionsAndTheTypeListFollowingTheVersion) {
     EXPECT_FALSE(networks->isEnabled());
 
     auto* offset = child<QLineEdit>(b.get(), "txtNetMacGenOffset");
-    PromptScript script;
+    script.clear();
     typeInto(offset, "-5");
     typeInto(offset, "abc");
     EXPECT_EQ(said(script), QStringList{"Invalid Address Offset: Must be numeric!"});
