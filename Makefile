@@ -10,19 +10,28 @@ CMAKE_FLAGS ?=
 
 DEB_PACKAGES := build-essential cmake pkg-config libgtest-dev libgmock-dev \
     qt6-base-dev qt6-base-dev-tools libgl-dev \
-    qemu-utils libvmdk-utils libvirt-clients xvfb xauth fonts-dejavu-core clang
+    qemu-utils libvmdk-utils libvirt-clients xvfb xauth fonts-dejavu-core clang bash-completion
 
 # The Windows build (`make test-windows`): Debian's MinGW-w64 with the posix thread model,
 # Wine to run what it builds, GoogleTest's sources to build the tests with the same compiler,
 # and qemu-img to check the disks the Windows program makes.
 WIN_DEB_PACKAGES := cmake g++-mingw-w64-x86-64-posix mingw-w64 wine wine64 googletest qemu-utils
 
+# `make package` builds the Debian package with CPack (dpkg-shlibdeps of dpkg-dev and `file`
+# compute its dependencies); `make test-package` checks, installs, uses and removes it with these
+# (bash-completion is in DEB_PACKAGES too: the completion's tests source it).
+PACKAGE_DEB_PACKAGES := dpkg-dev file
+PACKAGE_TEST_DEB_PACKAGES := $(PACKAGE_DEB_PACKAGES) lintian desktop-file-utils appstream xdg-utils \
+    libfile-mimeinfo-perl shared-mime-info man-db bash-completion
+VERSION := $(shell grep -o '^project.ArdenForge VERSION [0-9.]*' CMakeLists.txt | cut -d' ' -f3)
+DEB_FILE = $(BUILD_DIR)/arden-forge_$(VERSION)_$(shell dpkg --print-architecture).deb
+
 # The fuzz targets (tests/fuzz) and how long `make fuzz` runs each of them, one after another.
 FUZZ_TARGETS := fuzz_vmx_roundtrip fuzz_disk_descriptor fuzz_ini_document
 FUZZ_SECONDS ?= 60
 
 .PHONY: all deps deps-windows configure build run test test-plain sanitize-build test-sanitize fuzz-build test-fuzz fuzz \
-    test-windows bench screenshots clean
+    test-windows bench screenshots clean package test-package package-windows manual
 
 all: build
 
@@ -107,6 +116,30 @@ test-windows: configure deps-windows $(WIN_BUILD_DIR)/CMakeCache.txt
 	# A test whose program did not start under Wine at all (seen about once in five runs: no
 	# output, under a second) is run once more; a test that fails twice fails the target.
 	cd $(WIN_BUILD_DIR) && ctest --output-on-failure -j $(JOBS) --repeat until-pass:2
+
+# The Debian package of both programs: build/arden-forge_<version>_<arch>.deb.
+package: configure
+	$(call install_missing,$(PACKAGE_DEB_PACKAGES))
+	cmake --build $(BUILD_DIR) -j $(JOBS) --target arden-forge arden-forge-cli manual_pages package_changelog
+	cd $(BUILD_DIR) && cpack -G DEB
+
+# The package checked by lintian, desktop-file-validate and appstreamcli, then installed with
+# apt-get, used from /usr/bin, and purged again (tests/package/installed-package.sh; root or sudo).
+test-package: package
+	$(call install_missing,$(PACKAGE_TEST_DEB_PACKAGES))
+	sh tests/package/installed-package.sh $(DEB_FILE)
+
+# The Windows command-line program in a zip with the README and the licence:
+# build-win/arden-forge-cli-<version>-windows-x64.zip.
+package-windows: deps-windows $(WIN_BUILD_DIR)/CMakeCache.txt
+	cmake --build $(WIN_BUILD_DIR) -j $(JOBS) --target arden-forge-cli
+	cd $(WIN_BUILD_DIR) && cpack -G ZIP
+
+# Writes the commands of the help into the manual page of arden-forge-cli (after a command or
+# option is added; commit docs/man/arden-forge-cli.1.in with it).
+manual: configure
+	cmake --build $(BUILD_DIR) -j $(JOBS) --target arden-forge-cli
+	sh tools/update-manual $(BUILD_DIR)/src/cli/arden-forge-cli
 
 # Fuzzes each target for FUZZ_SECONDS (`make fuzz FUZZ_SECONDS=600`); the corpus it grows is
 # kept in $(FUZZ_BUILD_DIR)/fuzz, reproducers of failures in $(FUZZ_BUILD_DIR)/fuzz/<target>/crashes.

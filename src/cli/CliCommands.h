@@ -40,4 +40,8 @@ int runShare(Args args);
 // Favourites (FavoriteCommands.cpp)
 int runFavorites(Args args);
 
+// What the shell's completion offers (CompleteCommand.cpp): __complete types | entries FILE |
+// nodes FILE, one a line.
+int runComplete(Args args);
+
 }  // namespace arden::cli

@@ -109,7 +109,7 @@ const Command kCommands[] = {
 };
 
 int printHelp(std::ostream& out) {
-    out << "Usage: arden-forge-cli COMMAND [ARGS]\n\nCommands:\n";
+    out << "Usage: arden-forge-cli COMMAND [ARGS]\n       arden-forge-cli --help | --version\n\nCommands:\n";
     for (const Command& c : kCommands) out << "  " << c.usage << "\n";
     out << "\nExit codes: 0 success, 1 refused (the reason is printed as \"title: text\"), 2 usage error.\n";
     return 0;
@@ -140,6 +140,10 @@ int main(int argc, char** argv) {
     // step, printing a machine of many thousand devices is several times faster.
     std::ios::sync_with_stdio(false);
     std::vector<std::string> args = commandArguments(argc, argv);
+    if (!args.empty() && args[0] == "--version") {
+        std::cout << "arden-forge-cli (Arden Forge) " ARDEN_VERSION "\n";
+        return 0;
+    }
     if (args.empty() || args[0] == "help" || args[0] == "--help" || args[0] == "-h") {
         return printHelp(args.empty() ? std::cerr : std::cout) == 0 && args.empty()
                    ? arden::cli::UsageError
@@ -150,5 +154,7 @@ int main(int argc, char** argv) {
     for (const Command& c : kCommands) {
         if (name == c.name) return c.run(std::move(args));
     }
+    // Not in the help: the lists the shell's completion offers.
+    if (name == "__complete") return arden::cli::runComplete(std::move(args));
     return arden::cli::usageError("unknown command '" + name + "'");
 }
