@@ -3,6 +3,10 @@
 # (a zip of arden-forge-cli.exe with the README and the licence). CPack reads what the install
 # rules of the project install.
 
+# Installing (and so packaging) builds only what the install rules need: `make package` builds
+# the programs, manual pages and changelog first, not every test.
+set(CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON)
+
 set(CPACK_PACKAGE_NAME arden-forge)
 set(CPACK_PACKAGE_VENDOR Brackenware)
 set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
@@ -10,14 +14,15 @@ set(CPACK_PACKAGE_CONTACT "${ARDEN_MAINTAINER}")
 set(CPACK_PACKAGE_HOMEPAGE_URL "${ARDEN_HOMEPAGE}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "wizard and editor for VMware virtual machine configurations")
 set(CPACK_PACKAGE_DESCRIPTION
-  "Arden Forge creates and edits the configuration files of VMware virtual machines (.vmx)\n"
-  "for GSX Server, Workstation, Player and Server, and saves them in the layout the chosen\n"
-  "product and version expects, keeping every line it does not understand. It edits the\n"
-  "virtual hardware, network adapters, shared folders and options, creates growable and\n"
-  "preallocated virtual disks (.vmdk) and reads existing ones.\n"
+  "Arden Forge creates and edits the configuration files of VMware virtual\n"
+  "machines (.vmx) for GSX Server, Workstation, Player and Server, and saves them\n"
+  "in the layout the chosen product and version expects, keeping every line it\n"
+  "does not understand. It edits the virtual hardware, network adapters, shared\n"
+  "folders and options, creates growable and preallocated virtual disks (.vmdk)\n"
+  "and reads existing ones.\n"
   "\n"
-  "The package holds the desktop program arden-forge and the command-line program\n"
-  "arden-forge-cli, which runs the same engine from scripts.")
+  "The package holds the desktop program arden-forge and the command-line\n"
+  "program arden-forge-cli, which runs the same engine from scripts.")
 string(REPLACE ";" "" CPACK_PACKAGE_DESCRIPTION "${CPACK_PACKAGE_DESCRIPTION}")
 set(CPACK_RESOURCE_FILE_LICENSE ${PROJECT_SOURCE_DIR}/LICENSE)
 set(CPACK_RESOURCE_FILE_README ${PROJECT_SOURCE_DIR}/README.md)

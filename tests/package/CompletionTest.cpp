@@ -22,9 +22,10 @@ protected:
             if (inCi()) FAIL() << kBashCompletion << " is missing (Debian package bash-completion)";
             GTEST_SKIP() << kBashCompletion << " is missing (Debian package bash-completion)";
         }
-        // A machine with a hard disk and a CD-ROM drive, and files of both kinds beside it.
+        // A new machine (a CD-ROM drive on IDE) with a SCSI controller, and files of both kinds
+    // beside it.
         ASSERT_EQ(runCli({"new", dir_.path().string(), "Test"}).exitCode, 0);
-        ASSERT_EQ(runCli({"device", "add", vmx(), "DVD/CD-ROM Drive"}).exitCode, 0);
+        ASSERT_EQ(runCli({"device", "add", vmx(), "SCSI Controller"}).exitCode, 0);
         writeBytes(dir_ / "Disk One.vmdk", "# Disk DescriptorFile\n");
         writeBytes(dir_ / "notes.txt", "text\n");
         std::filesystem::create_directory(dir_ / "Sub Folder");
@@ -33,7 +34,8 @@ protected:
     std::string vmx() const { return (dir_ / "Test.vmx").string(); }
 
     // What Tab offers after `words` (the last one is the word being completed), run in the
-    // machine's folder, each offer as it would be put on the command line.
+    // machine's folder: words as they are put on the command line, file names as bash
+    // completes them (it quotes those itself).
     std::vector<std::string> offers(const std::vector<std::string>& words) {
         std::string script = "source " + shellQuote(kBashCompletion) + "\nsource " +
                              shellQuote(ARDEN_COMPLETION_SCRIPT) + "\nCOMP_WORDS=(" + shellQuote(ARDEN_CLI_PATH);
@@ -87,6 +89,8 @@ TEST_F(Completion, OffersTheValuesTheHelpListsForAnOption) {
     EXPECT_TRUE(has(connections, "bridged") && has(connections, "nat") && has(connections, "VMnet9")) << connections.size();
     EXPECT_FALSE(has(connections, "VMnetK"));
     EXPECT_EQ(offers({"disk", "create", "x.vmdk", "--adapter", "l"}), Words{"lsilogic"});
+    // A value list on the help's continuation line.
+    EXPECT_EQ(offers({"disk", "create", "x.vmdk", "--type", "pre"}), (Words{"preallocated", "preallocated-split"}));
     EXPECT_EQ(offers({"new", ".", "X", "--platform", "G"}), Words{"GSX\\ Server"});
 }
 
@@ -98,19 +102,20 @@ TEST_F(Completion, OffersTheDeviceTypesEntriesAndNodesOfTheFileBeingEdited) {
     // The entries as `show` lists them, the file named as the user typed it (quoted, relative).
     Words entries = offers({"device", "remove", "'Test.vmx'", ""});
     EXPECT_TRUE(has(entries, "CD-ROM\\ 1")) << entries.size();
-    EXPECT_TRUE(has(entries, "Memory"));
+    EXPECT_TRUE(has(entries, "Memory") && has(entries, "SCSI\\ Controller\\ 0")) << entries.size();
     EXPECT_EQ(offers({"device", "node", "Test.vmx", "\"CD"}), Words{"CD-ROM\\ 1"});
 
     Words nodes = offers({"device", "node", vmx(), "CD-ROM 1", ""});
-    EXPECT_TRUE(has(nodes, "IDE\\ 0:0") && has(nodes, "IDE\\ 1:1")) << nodes.size();
+    EXPECT_TRUE(has(nodes, "IDE\\ 0:0") && has(nodes, "IDE\\ 1:1") && has(nodes, "SCSI\\ 0:6")) << nodes.size();
     EXPECT_FALSE(has(nodes, "SCSI\\ 0:7")) << "the controller's own node";
     EXPECT_EQ(offers({"device", "add", vmx(), "Hard Disk", "--node", ""}), nodes);
 }
 
 TEST_F(Completion, OffersConfigurationsForFilesAndDisksForDiskCommands) {
-    EXPECT_EQ(offers({"show", ""}), (Words{"Sub\\ Folder", "Test.vmx"}));
-    EXPECT_EQ(offers({"disk", "info", ""}), (Words{"Disk\\ One.vmdk", "Sub\\ Folder"}));
-    EXPECT_EQ(offers({"new", ""}), Words{"Sub\\ Folder"});
+    EXPECT_EQ(offers({"show", ""}), (Words{"Sub Folder", "Test.vmx"}));
+    EXPECT_EQ(offers({"disk", "info", ""}), (Words{"Disk One.vmdk", "Sub Folder"}));
+    EXPECT_EQ(offers({"new", ""}), Words{"Sub Folder"});
+    EXPECT_EQ(offers({"device", "add", "T"}), Words{"Test.vmx"});
     Words names = offers({"option", vmx(), "snap"});
     EXPECT_EQ(names, Words{"snapshots"});
 }
