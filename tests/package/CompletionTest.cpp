@@ -78,8 +78,6 @@ TEST_F(Completion, OffersTheCommandsActionsAndOptionsOfTheHelp) {
     EXPECT_EQ(offers({"device", ""}), (Words{"add", "node", "remove"}));
     EXPECT_EQ(offers({"favorites", ""}), (Words{"add", "list", "remove"}));
     EXPECT_EQ(offers({"resave", vmx(), "--"}), (Words{"--backup", "--output", "--yes"}));
-    // An option's value is not taken for a positional word: after --output OUT comes an option.
-    EXPECT_EQ(offers({"resave", vmx(), "--output", "x.vmx", "--b"}), Words{"--backup"});
 }
 
 TEST_F(Completion, OffersTheValuesTheHelpListsForAnOption) {
@@ -98,6 +96,8 @@ TEST_F(Completion, OffersTheDeviceTypesEntriesAndNodesOfTheFileBeingEdited) {
     Words types = offers({"device", "add", vmx(), ""});
     EXPECT_TRUE(has(types, "Hard\\ Disk") && has(types, "DVD/CD-ROM\\ Drive") && has(types, "Serial\\ Port"));
     EXPECT_EQ(offers({"device", "add", vmx(), "Gen"}), Words{"Generic\\ SCSI\\ Device"});
+    // An option's value is not taken for a positional word: the type still comes after --node NODE.
+    EXPECT_EQ(offers({"device", "add", vmx(), "--node", "IDE 0:1", "Gen"}), Words{"Generic\\ SCSI\\ Device"});
 
     // The entries as `show` lists them, the file named as the user typed it (quoted, relative).
     Words entries = offers({"device", "remove", "'Test.vmx'", ""});
