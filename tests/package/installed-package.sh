@@ -14,7 +14,9 @@ SUDO=""; [ "$(id -u)" -eq 0 ] || SUDO=sudo
 package=arden-forge
 vmx_type=application/x-vmware-vmx
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+installed=""
+# A check that fails after the install leaves no package behind either.
+trap 'rm -rf "$work"; [ -z "$installed" ] || DEBIAN_FRONTEND=noninteractive $SUDO apt-get purge -y -q $package >/dev/null' EXIT
 fail() { echo "test-package: $*" >&2; exit 1; }
 step() { echo "test-package: $*"; }
 
@@ -34,6 +36,7 @@ done
 
 step "apt-get install $deb"
 DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y "$deb"
+installed=yes
 version=$(dpkg-query -W -f='${Version}' $package)
 dpkg-query -W -f='${Recommends}\n' $package | grep -qw qemu-utils || fail "qemu-utils is not recommended"
 
@@ -63,6 +66,7 @@ bash -c '. /usr/share/bash-completion/bash_completion; _completion_loader arden-
 step "apt-get purge $package"
 dpkg -L $package >"$work/installed"
 DEBIAN_FRONTEND=noninteractive $SUDO apt-get purge -y $package
+installed=""
 left=""
 while IFS= read -r path; do
     [ -e "$path" ] || continue
