@@ -12,15 +12,30 @@ namespace {
 bool has(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
 // One command: "@" stands for the machine's path, "DIR" for its folder; `out` and `err` are
-// parts of what it prints (empty: not checked).
-struct Step { std::vector<std::string> args; int exitCode; std::string out, err; };
+// parts of what it prints, `written` a part of the machine's file afterwards (empty: not checked).
+struct Step { std::vector<std::string> args; int exitCode; std::string out, err, written = {}; };
+
+// Runs the steps in order over the machine `file` in `dir`; a refused command writes nothing.
+void runSteps(const std::string& file, const std::string& dir, const std::vector<Step>& steps) {
+    for (const Step& step : steps) {
+        std::vector<std::string> args = step.args;
+        for (std::string& a : args) a = a == "@" ? file : a == "DIR" ? dir : a;
+        const std::string before = fs::exists(file) ? readBytes(file) : "";
+        auto r = runCli(args);
+        SCOPED_TRACE(args[0] + " " + (args.size() > 3 ? args[3] : "") + "\n" + r.out + r.err);
+        EXPECT_EQ(r.exitCode, step.exitCode);
+        EXPECT_TRUE(has(r.out, step.out) && has(r.err, step.err));
+        EXPECT_TRUE(step.exitCode == 0 || (fs::exists(file) ? readBytes(file) : "") == before) << "a refused command writes nothing";
+        EXPECT_TRUE(step.written.empty() || has(readBytes(file), step.written)) << step.written;
+    }
+}
 
 }  // namespace
 
 TEST(CliSession, EachCommandReachesCore) {
     ScratchDir dir;
     const std::string file = (dir / "M.vmx").string(), host = dir.path().string();
-    const Step steps[] = {
+    runSteps(file, host, {
         {{"new", "DIR", "M"}, 0, file + "\n", ""},
         {{"new", "DIR", "M"}, 1, "", "File Exists: " + file + " already exists"},
         {{"new", "DIR", "X", "--platform", "Player", "--version", "5.5x"}, 2, "", "\"1.x\""},
@@ -60,17 +75,7 @@ TEST(CliSession, EachCommandReachesCore) {
         {{"share", "add", "@", "a=b", host}, 1, "", "contains \"=\""},
         {{"share", "list", "@"}, 0, "Music\t" + host + "\tEnabled, Read-Only\nLater\t/no/such folder\tDisabled, Disable after this session\n", ""},
         {{"frobnicate"}, 2, "", "arden-forge-cli: "},
-    };
-    for (const Step& step : steps) {
-        std::vector<std::string> args = step.args;
-        for (std::string& a : args) a = a == "@" ? file : a == "DIR" ? host : a;
-        const std::string before = fs::exists(file) ? readBytes(file) : "";
-        auto r = runCli(args);
-        SCOPED_TRACE(args[0] + " " + (args.size() > 3 ? args[3] : "") + "\n" + r.out + r.err);
-        EXPECT_EQ(r.exitCode, step.exitCode);
-        EXPECT_TRUE(has(r.out, step.out) && has(r.err, step.err));
-        EXPECT_TRUE(step.exitCode == 0 || (fs::exists(file) ? readBytes(file) : "") == before) << "a refused command writes nothing";
-    }
+    });
     const std::string text = readBytes(file);
     for (const std::string& line : std::vector<std::string>{"ide1:0.fileName = \"a.vmdk\"\r\n", "memsize = \"256\"\r\n", "ethernet0.virtualDev = \"vlance\"\r\n",
                                    "displayName = \"Renamed\"\r\n# Platform = Workstation\r\n# Version = 5.0x\r\n",
@@ -80,6 +85,40 @@ TEST(CliSession, EachCommandReachesCore) {
                                    "ethernet0.addressType = \"static\"\r\nethernet0.address = \"00:50:56:3F:0A:0B\"\r\n",
                                    "sharedFolder.maxNum = \"2\"\r\n", "fileName = \"" + (fs::current_path() / "boot.img").string() + "\"\r\n"})
         EXPECT_TRUE(has(text, line)) << line << "a name from the current folder is written with its folder";
+}
+
+// The edit commands' own choices: each word or name reaches the field it names, the last
+// device of a kind is the limit, a share is removed by its name, and an edit whose backup
+// cannot be made writes nothing.
+TEST(CliSession, EditCommandsStoreWhatTheyName) {
+    ScratchDir dir;
+    const std::string file = (dir / "M.vmx").string(), host = dir.path().string();
+    runSteps(file, host, {
+        {{"new", "DIR", "M"}, 0, file + "\n", ""},
+        {{"device", "add", "@", "Floppy Drive", "--file", "b.img"}, 0, "Floppy 2\n", ""},
+        {{"device", "add", "@", "Floppy Drive", "--file", "c.img"}, 1, "",
+         "Add New Hardware: The maximum number ofFloppy Drives has already been added to this virtual machine.\n"},
+        {{"nic", "@", "0", "--connection", "hostonly"}, 0, "", "", "ethernet0.connectionType = \"hostonly\"\r\n"},
+        {{"nic", "@", "0", "--connection", "NAT"}, 0, "", "", "ethernet0.connectionType = \"nat\"\r\n"},
+        {{"nic", "@", "0", "--mac", "00:50:56:01:02:03"}, 0, "", "", "ethernet0.addressType = \"static\"\r\n"},
+        {{"nic", "@", "0", "--mac", "generated"}, 0, "", "", "ethernet0.addressType = \"generated\"\r\n"},
+        {{"nic", "@", "0", "--enabled", "no"}, 0, "", "", "ethernet0.present = \"FALSE\"\r\n"},
+        {{"option", "@", "paste", "no", "input-ungrabbed-priority", "low"}, 0, "paste\tno\n", "", "priority.ungrabbed = \"idle\"\r\n"},
+        {{"option", "@"}, 0, "drag-and-drop\tyes\npaste\tno\ncopy\tyes\n", ""},
+        {{"option", "@", "log-folder", "two\nlines"}, 2, "", "log-folder takes a folder on one line, not \"two\nlines\"\n"},
+        {{"set", "@", "--notes", "Kept for tests"}, 0, "", "", "annotation = \"Kept for tests\"\r\n"},
+        {{"share", "add", "@", "A", host}, 0, "", ""},
+        {{"share", "add", "@", "B", host}, 0, "", ""},
+        {{"share", "add", "@", "C", host}, 0, "", ""},
+        {{"share", "remove", "@", "B"}, 0, "", ""},
+        {{"share", "remove", "@", "b"}, 1, "", "No Such Shared Folder: " + file + " has no shared folder named \"b\"; "
+                                               "its shared folders are \"A\", \"C\".\n"},
+    });
+    // An edit whose backup cannot be made (a folder holds the backup's name) writes nothing.
+    fs::remove(file + ".bak");
+    fs::create_directory(file + ".bak");
+    runSteps(file, host, {{{"memory", "@", "128"}, 1, "", "Backup Failed: No backup was made: Cannot write " + file +
+                                                          ".bak: it is a folder, not a regular file; only regular files are replaced\n"}});
 }
 
 TEST(CliCheck, ACoreRefusalIsPrintedAndNothingIsWritten) {

@@ -106,6 +106,13 @@ TEST(SaveFlow, QuestionsBeforeWritingOverAFile) {
                                        "your changes when it closes.  Save anyway?");
     }
     ScratchDir dir;
+    // A machine opened through a link: the product may have locked the file the link points to.
+    fs::create_directory(dir / "real");
+    test::writeBytes(dir / "real" / "m.vmx", "memsize = \"64\"\r\n");
+    fs::create_symlink("real/m.vmx", dir / "link.vmx");
+    fs::create_directory(dir / "real" / "m.vmx.lck");
+    EXPECT_TRUE(shown(inUseQuestion(loadVmxFile(dir / "link.vmx").config))
+                    .starts_with("Virtual Machine in Use: The lock folder " + (dir / "real" / "m.vmx.lck").string() + " shows"));
     test::writeBytes(dir / "ro.vmx", "memsize = \"64\"\r\n");
     VmConfiguration config = loadVmxFile(dir / "ro.vmx").config;
     EXPECT_FALSE(readOnlyQuestion(config));
@@ -114,3 +121,16 @@ TEST(SaveFlow, QuestionsBeforeWritingOverAFile) {
               "Read-only File: The file " + (dir / "ro.vmx").string() + " is read-only.  Save over it anyway?");
 }
 
+
+TEST(SaveFlow, TheBackupIsReportedAsItWent) {
+    ScratchDir dir;
+    test::writeBytes(dir / "m.vmx", "memsize = \"64\"\r\n");
+    bool ok = false;
+    EXPECT_EQ(shown(makeBackup(dir / "m.vmx", ok)), "Backup Made: Backup file created as: " + (dir / "m.vmx.bak").string());
+    EXPECT_TRUE(ok);
+    EXPECT_EQ(test::readBytes(dir / "m.vmx.bak"), "memsize = \"64\"\r\n");
+    EXPECT_EQ(shown(makeBackup(dir / "gone.vmx", ok)),
+              "Backup Failed: No backup was made: Cannot read " + (dir / "gone.vmx").string() + ": No such file or directory");
+    EXPECT_FALSE(ok);
+    EXPECT_FALSE(fs::exists(dir / "gone.vmx.bak"));
+}

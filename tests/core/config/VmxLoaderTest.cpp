@@ -31,9 +31,6 @@ TEST(VmxLoader, SplitsKeysAndValuesAsTheProductDoes) {
     EXPECT_TRUE(c.devices.devices(DeviceType::Cpu)[0].settings.flag("pae", false));
     EXPECT_EQ(c.devices.devices(DeviceType::Memory)[0].settings.number("memsize"), 512);
     EXPECT_TRUE(c.keptLines.empty());
-    // Older files name the generic Linux guest "linux".
-    const VmConfiguration old = parse("guestOS = \"linux\"\n").config;
-    EXPECT_EQ(guestVersions(old.product.guestFamily)[static_cast<std::size_t>(old.product.guestVersion)].identifier, "otherlinux");
 }
 
 TEST(VmxLoader, PlatformAndVersionComments) {
@@ -67,6 +64,27 @@ TEST(VmxLoader, DeviceKinds) {
     EXPECT_EQ(onNode(c, "SCSI", 0, 5)->type, DeviceType::HardDisk);
     EXPECT_EQ(onNode(c, "SCSI", 0, 6), nullptr) << "a sub-key the editor does not manage creates no device";
     EXPECT_EQ(c.keptLines, std::vector<std::string>{"scsi0:6.redo = \"\""});
+}
+
+// Files of older products: their keys and device kinds, and prefixes in any letter case.
+TEST(VmxLoader, OlderKeysAndDeviceKindsInAnyLetterCase) {
+    auto r = parse("guestOS = \"whistler\"\n" "isolation.tools.copy.enable = \"FALSE\"\n" "MKS.enable3d = \"TRUE\"\n"
+                   "IDE1:0.deviceType = \"cdrom-raw\"\n" "ide1:0.FILENAME = \"/dev/hdc\"\n"
+                   "Scsi0:1.fileName = \"auto detect\"\n" "SharedFolder0.Present = \"TRUE\"\n"
+                   "sharedfolder0.enabled = \"FALSE\"\n" "sharedFolder0.guestName = \"old\"\n");
+    ASSERT_TRUE(r.ok);
+    const VmConfiguration& c = r.config;
+    EXPECT_EQ(guestVersions(c.product.guestFamily)[static_cast<std::size_t>(c.product.guestVersion)].identifier, "winXPHome");
+    EXPECT_FALSE(c.isolation.copyAllowed);
+    ASSERT_EQ(c.devices.count(DeviceType::Display), 1);
+    EXPECT_TRUE(c.devices.devices(DeviceType::Display)[0].settings.flag("mks.enable3d", false));
+    EXPECT_EQ(onNode(c, "IDE", 1, 0)->type, DeviceType::CdRom);
+    EXPECT_EQ(onNode(c, "IDE", 1, 0)->settings.text(".fileName"), "/dev/hdc");
+    EXPECT_EQ(onNode(c, "SCSI", 0, 1)->type, DeviceType::CdRom) << "the drive selector without a type";
+    ASSERT_EQ(c.sharedFolders.folders.size(), 1u);
+    EXPECT_EQ(std::tuple(c.sharedFolders.folders[0].name, c.sharedFolders.folders[0].present, c.sharedFolders.folders[0].enabled),
+              std::tuple("old", true, false));
+    EXPECT_TRUE(c.keptLines.empty()) << c.keptLines.size();
 }
 
 TEST(VmxLoader, OptionKeysAndUnmappedValues) {

@@ -138,6 +138,28 @@ TEST(DiskCreator, SingleGrowableThroughQemuImg) {
     ASSERT_TRUE(info.information);
     EXPECT_EQ(std::tuple(info.information->totalSectors, info.information->createType, info.information->adapterType),
               std::tuple(std::int64_t{204801}, std::string("monolithicSparse"), std::string("lsilogic")));
-    const std::string failed = shown(createDisk({dir / "missing-folder" / "q.vmdk", DiskAdapter::Ide, 204800, DiskKind::Growable, 3}).failure);
-    EXPECT_NE(failed.find("exit code 1"), std::string::npos) << failed;
+}
+
+// The external tool's failures, with a stand-in qemu-img found on PATH: one that fails after
+// writing part of the disk and says why, and one that ends well without writing the disk.
+TEST(DiskCreator, TheExternalToolsFailuresAreReportedAndCleanedUp) {
+    ScratchDir dir;
+    fs::create_directory(dir / "bin");
+    const std::string oldPath = std::getenv("PATH") ? std::getenv("PATH") : "";
+    ::setenv("PATH", (dir / "bin").c_str(), 1);
+    const fs::path tool = dir / "bin" / "qemu-img";
+    const std::pair<std::string, std::string> cases[] = {
+        {"printf partial > \"$6\"; echo 'qemu-img: No space left on device' >&2; exit 1",
+         "Create New Hard Disk: " + tool.string() + " ended with exit code 1: qemu-img: No space left on device"},
+        {"exit 0", "Create New Hard Disk: " + tool.string() + " ended without writing " + (dir / "d" / "q.vmdk").string()}};
+    fs::create_directory(dir / "d");
+    for (const auto& [script, message] : cases) {
+        arden::test::writeBytes(tool, "#!/bin/sh\n" + script + "\n");
+        fs::permissions(tool, fs::perms(0755));
+        auto r = createDisk({dir / "d" / "q.vmdk", DiskAdapter::Ide, 204800, DiskKind::Growable, 3});
+        EXPECT_FALSE(r.created);
+        EXPECT_EQ(shown(r.failure), message);
+        EXPECT_TRUE(namesIn(dir / "d").empty()) << "what the tool left is removed";
+    }
+    ::setenv("PATH", oldPath.c_str(), 1);
 }

@@ -73,6 +73,7 @@ TEST(AddHardwareOffers, InfoTextsAndOkButton) {
         {DeviceType::HardDisk, 11, false, "The maximum number ofHard Disks has already been added to this virtual machine."},
         {DeviceType::Floppy, 2, false, "The maximum number ofFloppy Drives has already been added to this virtual machine."},
         {DeviceType::Network, 2, true, "Add a Network Adapter."},
+        {DeviceType::SerialPort, 3, true, "Add a Serial Port."},
     };
     for (const Case& c : cases) {
         AddHardwareInfo info = addHardwareInfo(c.type, c.count, ws45);

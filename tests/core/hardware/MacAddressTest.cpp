@@ -59,6 +59,9 @@ TEST(MacMode, SwitchingAnAdapterKeepsEachModesAddress) {
     odd.set(".address", "00:0C:29:AA:BB:CC");
     EXPECT_EQ(chooseAdapterMacMode(odd, MacMode::Static), MacBoxes{});
     EXPECT_EQ(chooseAdapterMacMode(odd, MacMode::Generated), (MacBoxes{"00", "0C", "29", "AA", "BB", "CC"}));
+    // Fixed octets written in lower case are the same range.
+    odd.set(".generatedAddress", "00:0c:29:aa:bb:cc");
+    EXPECT_EQ(chooseAdapterMacMode(odd, MacMode::Generated), (MacBoxes{"00", "0c", "29", "aa", "bb", "cc"}));
 }
 
 TEST(MacAddress, WholeAddressesByTheOctetRules) {

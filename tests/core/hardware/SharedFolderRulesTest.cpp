@@ -17,6 +17,8 @@ TEST(SharedFolderRules, RefusalsAndTheMissingFolderQuestion) {
         {std::string("tab\tname"), here, "The share name contains a line break or another control character."},
         {"x", "", "Enter the host folder to share, or choose it with Browse."},
         {"x", "/a\nb", "The host folder contains a line break. Enter the folder on one line."},
+        {"x", "/a\rb", "The host folder contains a line break."},
+        {"unit\x1fseparator", here, "The share name contains a line break or another control character."},
         {"MUSIC", here, "Another shared folder of this virtual machine is already named \"Music\". Choose a name of its own."},
     };
     for (const auto& [name, host, text] : refused) {

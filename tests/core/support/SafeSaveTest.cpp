@@ -1,7 +1,10 @@
 // Writing a file safely and only over regular files: a whole new file renamed over the old one,
 // or, where a rename would break what the user has (a link, other names, an owner that cannot be
 // kept), the old file rewritten in place; failures name the file and leave it as it was.
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <csignal>
 #include <unistd.h>
 
 #include <chrono>
@@ -47,14 +50,90 @@ TEST(SafeSave, LinksStayLinksAndHardLinksStayOneFile) {
     EXPECT_FALSE(writeFileAtomically(dir / "vm.vmx", "new"));
     EXPECT_TRUE(fs::is_symlink(fs::symlink_status(dir / "vm.vmx")));
     EXPECT_EQ(readBytes(dir / "real" / "vm.vmx"), "new");
+}
 
-    fs::create_hard_link(dir / "real" / "vm.vmx", dir / "b.vmx");
-    arden::FileWriteReport report;
-    EXPECT_FALSE(writeFileAtomically(dir / "b.vmx", "newer", &report));
-    EXPECT_EQ(readBytes(dir / "real" / "vm.vmx"), "newer");
-    EXPECT_EQ(fs::hard_link_count(dir / "b.vmx"), 2u);
-    EXPECT_TRUE(report.inPlace);
-    EXPECT_EQ(report.reason, "it has other hard links");
+// A file with another hard link keeps its inode: its bytes are replaced in place, a shorter text
+// leaving nothing of the longer one behind.
+TEST(SafeSave, AHardLinkedFileIsRewrittenInPlaceToTheNewLength) {
+    ScratchDir dir;
+    writeBytes(dir / "a.vmx", "memsize = \"64\"\r\n");
+    fs::create_hard_link(dir / "a.vmx", dir / "b.vmx");
+    for (const std::string text : {"displayName = \"a longer text than before\"\r\n", "x = \"1\"\r\n"}) {
+        arden::FileWriteReport report;
+        EXPECT_FALSE(writeFileAtomically(dir / "b.vmx", text, &report));
+        EXPECT_EQ(readBytes(dir / "a.vmx"), text);
+        EXPECT_EQ(fs::hard_link_count(dir / "b.vmx"), 2u);
+        EXPECT_TRUE(report.inPlace);
+        EXPECT_EQ(report.reason, "it has other hard links");
+    }
+    EXPECT_EQ(entriesIn(dir.path()), 2);
+}
+
+// A file in a folder the user cannot write to is rewritten in place, longer or shorter. Permission
+// bits do not stop root, so as root the writes run as the user nobody.
+TEST(SafeSave, AFileInAReadOnlyFolderIsRewrittenInPlace) {
+    ScratchDir dir;
+    writeBytes(dir / "a.vmx", "memsize = \"64\"\r\n");
+    fs::permissions(dir / "a.vmx", fs::perms(0666));
+    fs::permissions(dir.path(), fs::perms(0555));
+    auto rewrite = [&] {
+        for (const std::string text : {"displayName = \"a longer text than before\"\r\n", "x = \"1\"\r\n"}) {
+            arden::FileWriteReport report;
+            if (writeFileAtomically(dir / "a.vmx", text, &report) || readBytes(dir / "a.vmx") != text ||
+                report.reason != "its folder is not writable")
+                return false;
+        }
+        return true;
+    };
+    EXPECT_TRUE(arden::test::runningAsRoot() ? arden::test::asNobody(rewrite) : rewrite());
+    EXPECT_EQ(entriesIn(dir.path()), 1);
+}
+
+// A write that stops half-way (here at a file-size limit, as `ulimit -f` sets it) puts the old
+// bytes back in place and says so; a replaced file is left as it was with no temporary file.
+// The limit is set in a child process, which reports what it saw through its exit code.
+TEST(SafeSave, AWriteThatFailsHalfWayLeavesTheOldBytes) {
+    ScratchDir dir;
+    const std::string old = "memsize = \"64\"\r\n";
+    writeBytes(dir / "linked.vmx", old);
+    fs::create_hard_link(dir / "linked.vmx", dir / "other.vmx");
+    writeBytes(dir / "plain.vmx", old);
+    const std::string longText(4096, 'x');
+    pid_t child = ::fork();
+    if (child == 0) {
+        ::signal(SIGXFSZ, SIG_IGN);
+        rlimit limit{};
+        ::getrlimit(RLIMIT_FSIZE, &limit);
+        limit.rlim_cur = 1024;
+        int failures = ::setrlimit(RLIMIT_FSIZE, &limit) == 0 ? 0 : 8;
+        auto linked = writeFileAtomically(dir / "linked.vmx", longText);
+        if (linked != "Cannot write " + (dir / "linked.vmx").string() + ": File too large; its old contents were put back")
+            failures |= 1;
+        if (writeFileAtomically(dir / "plain.vmx", longText) != "Cannot write " + (dir / "plain.vmx").string() + ": File too large")
+            failures |= 2;
+        ::_exit(failures);
+    }
+    int status = -1;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFEXITED(status));
+    EXPECT_EQ(WEXITSTATUS(status) & 1, 0) << "the in-place failure's message";
+    EXPECT_EQ(WEXITSTATUS(status) & 2, 0) << "the replacement's failure message";
+    EXPECT_EQ(WEXITSTATUS(status) & 8, 0) << "the size limit could not be set";
+    EXPECT_EQ(readBytes(dir / "other.vmx"), old);
+    EXPECT_EQ(readBytes(dir / "plain.vmx"), old);
+    EXPECT_EQ(entriesIn(dir.path()), 3) << "no temporary file is left";
+}
+
+// A new file takes the mode the user's umask allows, as any program's new file does.
+TEST(SafeSave, ANewFileTakesTheModeTheUmaskAllows) {
+    ScratchDir dir;
+    const mode_t previous = ::umask(027);
+    auto error = writeFileAtomically(dir / "new.vmx", "x");
+    ::umask(previous);
+    ASSERT_FALSE(error) << *error;
+    struct stat st {};
+    ASSERT_EQ(::stat((dir / "new.vmx").c_str(), &st), 0);
+    EXPECT_EQ(st.st_mode & 07777, 0640u);
 }
 
 // Giving a file to another user needs root; the user nobody then saves over root's file.
