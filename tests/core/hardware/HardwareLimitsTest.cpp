@@ -82,9 +82,9 @@ TEST(AddHardwareOffers, InfoTextsAndOkButton) {
     // Each language places the type name in a sentence of its own.
     const std::pair<int, std::string> translated[] = {
         {500, "Die Höchstzahl an Geräten vom Typ „Festplatte“ ist in dieser virtuellen Maschine bereits erreicht."},
-        {1000, "Le nombre maximal de périphériques de type « Disque dur » a déjà été ajouté à cette machine virtuelle."},
-        {1500, "El número máximo de dispositivos de tipo «Disco duro» ya se ha agregado a esta máquina virtual."},
-        {2000, "Il numero massimo di dispositivi di tipo «Disco rigido» è già stato aggiunto a questa macchina virtuale."},
+        {1000, "Le nombre maximal de périphériques de type « Disque dur » est déjà atteint pour cette machine virtuelle."},
+        {1500, "El número máximo de dispositivos de tipo «Disco duro» ya se ha alcanzado en esta máquina virtual."},
+        {2000, "Il numero massimo di dispositivi di tipo «Disco rigido» è già stato raggiunto in questa macchina virtuale."},
     };
     for (const auto& [offset, text] : translated)
         EXPECT_EQ(resolveText(addHardwareInfo(DeviceType::HardDisk, 11, ws45).text, offset), text);
