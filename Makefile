@@ -10,7 +10,8 @@ CMAKE_FLAGS ?=
 
 DEB_PACKAGES := build-essential cmake pkg-config libgtest-dev libgmock-dev \
     qt6-base-dev qt6-base-dev-tools libgl-dev \
-    qemu-utils libvmdk-utils libvirt-clients xvfb xauth fonts-dejavu-core clang bash-completion
+    qemu-utils libvmdk-utils libvirt-clients xvfb xauth fonts-dejavu-core clang bash-completion \
+    qt6-translations-l10n
 
 # The Windows build (`make test-windows`): Debian's MinGW-w64 with the posix thread model,
 # Wine to run what it builds, GoogleTest's sources to build the tests with the same compiler,
@@ -152,10 +153,14 @@ fuzz: fuzz-build
 bench: build
 	cd $(BUILD_DIR) && QT_QPA_PLATFORM=offscreen ctest --output-on-failure -L bench -V
 
-# Renders the windows to docs/screenshots at 1x and 2x scale (offscreen).
+# Renders the windows to docs/screenshots at 1x and 2x scale in English, and at 1x in German,
+# French, Spanish and Italian to docs/screenshots/de, fr, es and it (offscreen).
 screenshots: build
 	QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/tests/gui/screenshots/arden_screenshots docs/screenshots
 	QT_QPA_PLATFORM=offscreen QT_SCALE_FACTOR=2 $(BUILD_DIR)/tests/gui/screenshots/arden_screenshots docs/screenshots @2x
+	for language in de fr es it; do \
+	  QT_QPA_PLATFORM=offscreen $(BUILD_DIR)/tests/gui/screenshots/arden_screenshots docs/screenshots --language $$language || exit 1; \
+	done
 
 clean:
 	rm -rf $(BUILD_DIR) $(ASAN_BUILD_DIR) $(FUZZ_BUILD_DIR) $(WIN_BUILD_DIR)

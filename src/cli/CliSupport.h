@@ -14,7 +14,20 @@ enum ExitCode : int { Success = 0, Refused = 1, UsageError = 2 };
 
 using Args = std::vector<std::string>;
 
-// Prints "title: text" of a message to standard error, in English.
+// The offset of the language the string-table texts are printed in: 0 (English) unless the
+// command line chose another with --language. Scripts read the English texts, so English
+// stays the default; fixed technical texts are English in every language.
+int languageOffset();
+
+// Takes "--language CODE" out of args (CODE: en, de, fr, es or it) and prints the string-table
+// texts in that language from then on. Returns the usage error to report when CODE is missing
+// or unknown, else an empty text.
+std::string takeLanguage(Args& args);
+
+// The string-table text of `id` in the chosen language.
+std::string cliText(int id);
+
+// Prints "title: text" of a message to standard error, in the chosen language.
 void printMessage(const Message& message);
 
 // Prints a usage error (prefixed with the program name) to standard error; returns UsageError.

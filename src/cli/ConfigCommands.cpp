@@ -9,7 +9,6 @@
 #include "core/config/SaveFlow.h"
 #include "core/config/VmxLoader.h"
 #include "core/hardware/DeviceTexts.h"
-#include "core/shell/GetText.h"
 #include "core/support/AtomicFile.h"
 #include "core/support/TempFolder.h"
 
@@ -28,7 +27,7 @@ int runNew(Args args) {
     if (!target) return UsageError;
 
     std::random_device random;
-    VmConfiguration config = VmConfiguration::newMachine(args[1], args[0], GetText(26), random());
+    VmConfiguration config = VmConfiguration::newMachine(args[1], args[0], cliText(26), random());
     config.product.platform = target->first;
     config.product.version = target->second;
     std::error_code ec;

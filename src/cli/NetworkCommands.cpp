@@ -160,7 +160,7 @@ int runShareList(Args args) {
     if (!config) return Refused;
     for (const SharedFolder& f : config->sharedFolders.folders) {
         std::cout << f.name << '\t' << f.hostPath << '\t'
-                  << resolveText(shareAttributes(f.enabled, f.readOnly, f.disableAfterSession), 0) << '\n';
+                  << resolveText(shareAttributes(f.enabled, f.readOnly, f.disableAfterSession), languageOffset()) << '\n';
     }
     return Success;
 }

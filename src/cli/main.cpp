@@ -111,6 +111,8 @@ const Command kCommands[] = {
 int printHelp(std::ostream& out) {
     out << "Usage: arden-forge-cli COMMAND [ARGS]\n       arden-forge-cli --help | --version\n\nCommands:\n";
     for (const Command& c : kCommands) out << "  " << c.usage << "\n";
+    out << "\nEvery command takes --language de|fr|es|it to print the program's messages in that language\n"
+           "(English without it; fixed technical texts stay English).\n";
     out << "\nExit codes: 0 success, 1 refused (the reason is printed as \"title: text\"), 2 usage error.\n";
     return 0;
 }
@@ -148,6 +150,11 @@ int main(int argc, char** argv) {
         return printHelp(args.empty() ? std::cerr : std::cout) == 0 && args.empty()
                    ? arden::cli::UsageError
                    : 0;
+    }
+    if (const std::string wrong = arden::cli::takeLanguage(args); !wrong.empty()) return arden::cli::usageError(wrong);
+    if (args.empty()) {
+        printHelp(std::cerr);
+        return arden::cli::UsageError;
     }
     std::string name = args[0];
     args.erase(args.begin());

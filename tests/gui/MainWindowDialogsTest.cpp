@@ -29,25 +29,6 @@ void activate(QWidget* window) {
     ASSERT_TRUE(QTest::qWaitForWindowActive(window));
 }
 
-TEST_F(MainWindow, LanguageSwitchRelabelsTheWindowAndEveryEditorTab) {
-    writeVmx("a/a.vmx");
-    writeVmx("b/b.vmx");
-    open();
-    Builder* editors[] = {edit("a/a.vmx"), edit("b/b.vmx")};
-    // German lacks most texts and shows what remains: no fall-back to English.
-    struct Step { const char *option, *options, *hardware, *add; };
-    for (const Step& s : {Step{"optLangDe", "Wahlen", "", "..."}, Step{"optLangEn", "Options", "Hardware", "Add..."}}) {
-        inOptions(*window, [&](QWidget* d) { child<QRadioButton>(d, s.option)->setChecked(true); });
-        EXPECT_EQ(child<QAction>(window.get(), "mnuOptions")->iconText(), s.options);
-        for (Builder* editor : editors) {
-            auto* pages = child<QTabWidget>(editor, "sstMain");
-            EXPECT_EQ(pages->tabText(0), s.options) << s.option;
-            EXPECT_EQ(pages->tabText(1), s.hardware) << s.option;
-            EXPECT_EQ(child<QPushButton>(editor, "cmdHardwareAdd")->text(), s.add);
-        }
-    }
-}
-
 // The box "Create backup when editing existing VMX file" decides whether opening a file for
 // editing first copies it to NAME.vmx.bak; the dialog shows the setting it stored.
 TEST_F(MainWindow, TheBackupBoxTurnsTheBackupOnOpeningOffAndOn) {

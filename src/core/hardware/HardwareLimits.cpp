@@ -38,7 +38,9 @@ AddHardwareInfo addHardwareInfo(DeviceType type, int count, const DeviceMaxima& 
     if (canAddDevice(type, count, maxima)) {
         return AddHardwareInfo{true, {TextPart::fromId(92), TextPart::fixed(" "), name, TextPart::fixed(".")}};
     }
-    return AddHardwareInfo{false, {TextPart::fromId(93), name, TextPart::fixed("s "), TextPart::fromId(94)}};
+    // The plural ending belongs to the language: 94 begins with it in English ("s has already
+    // been added..."), other languages close a quoted type name there.
+    return AddHardwareInfo{false, {TextPart::fromId(93), name, TextPart::fromId(94)}};
 }
 
 bool canRemoveDevice(DeviceType type, int count) {

@@ -1,8 +1,8 @@
 #pragma once
 // The program's string table: every caption, tool tip and message is a numbered text.
-// English holds ids 1-358; German, French, Spanish and Italian are blocks at 500, 1000,
-// 1500 and 2000 that hold only the texts of the language choice. Callers add the current
-// language offset to the id themselves; there is no fall-back to English.
+// English holds the ids below 500; German, French, Spanish and Italian are blocks at 500,
+// 1000, 1500 and 2000 that hold every English text at its id plus the offset. Callers add the
+// current language offset to the id themselves; there is no fall-back to English.
 #include <string>
 
 #include "core/support/Message.h"

@@ -41,7 +41,7 @@ DiskCreationResult runDiskCreation(QWidget* parent, const NewDiskRequest& reques
     dialog.setRange(0, 100);
     dialog.setValue(0);
     dialog.setLabelText(qs(progressStepText(DiskStep::Reserving)) + "\n" + qs(request.descriptorPath.string()) + "\n");
-    auto* cancel = new QPushButton(QObject::tr("Cancel"));
+    auto* cancel = new QPushButton(uiText(51, languageOffset));  // "Cancel"
     cancel->setObjectName("cmdCancelCreation");
     dialog.setCancelButton(cancel);
     QObject::connect(&dialog, &QProgressDialog::canceled, [&] {

@@ -139,8 +139,8 @@ frmCreateHD::frmCreateHD(const CreateDiskRequest& preset, QWidget* parent)
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch();
-    auto* ok = named<QPushButton>("cmdOK", "OK", this);
-    auto* cancel = named<QPushButton>("cmdCancel", "Cancel", this);
+    auto* ok = named<QPushButton>("cmdOK", text(50), this);          // "OK"
+    auto* cancel = named<QPushButton>("cmdCancel", text(51), this);  // "Cancel"
     ok->setDefault(true);
     buttons->addWidget(ok);
     buttons->addWidget(cancel);

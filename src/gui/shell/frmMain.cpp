@@ -27,6 +27,7 @@
 #include "gui/support/Icons.h"
 #include "gui/support/NamedWidget.h"
 #include "gui/support/Prompts.h"
+#include "gui/support/QtLanguage.h"
 #include "gui/support/UiText.h"
 
 namespace arden::gui {
@@ -119,6 +120,7 @@ QString frmMain::placementFile(bool forWriting) const {
 
 void frmMain::UpdateUILabels() {
     const int o = languageOffset();
+    applyQtLanguage(o);  // the Yes and No of the questions in the same language
     setWindowTitle(uiText(1, o));
     labelMenus(o);
     home_->UpdateUILabels(o);

@@ -89,7 +89,11 @@ frmOptions::frmOptions(const OptionValues& values, QWidget* parent) : QDialog(pa
     layout->addLayout(body);
     layout->addStretch(1);
     layout->addWidget(buttons);
-    setMinimumWidth(640);
+    // Wide enough for a path, and never narrower than the longest caption of the language: the
+    // minimum is the path boxes' and the layout's, which holds every caption at its full width.
+    for (QLineEdit* box : {txtIniPath_, txtTarget_, txtImagePath_})
+        box->setMinimumWidth(box->fontMetrics().horizontalAdvance(QLatin1Char('x')) * 60);
+    layout->setSizeConstraint(QLayout::SetMinimumSize);
     UpdateUILabels();
 }
 

@@ -80,6 +80,16 @@ TEST(AddHardwareOffers, InfoTextsAndOkButton) {
         EXPECT_EQ(info.okEnabled, c.ok) << c.text;
         EXPECT_EQ(resolveText(info.text, 0), c.text);
     }
+    // Each language places the type name in a sentence of its own.
+    const std::pair<int, std::string> translated[] = {
+        {500, "Die Höchstzahl an Geräten vom Typ „Festplatte“ ist in dieser virtuellen Maschine bereits erreicht."},
+        {1000, "Le nombre maximal de périphériques de type « Disque dur » est déjà atteint pour cette machine virtuelle."},
+        {1500, "El número máximo de dispositivos de tipo «Disco duro» ya se ha alcanzado en esta máquina virtual."},
+        {2000, "Il numero massimo di dispositivi di tipo «Disco rigido» è già stato raggiunto in questa macchina virtuale."},
+    };
+    for (const auto& [offset, text] : translated)
+        EXPECT_EQ(resolveText(addHardwareInfo(DeviceType::HardDisk, 11, ws45).text, offset), text);
+    EXPECT_EQ(resolveText(addHardwareInfo(DeviceType::Sound, 0, ws45).text, 500), "Hinzufügen: Soundkarte.");
 }
 
 TEST(RemoveHardware, MemoryAndTheLastCpuStay) {

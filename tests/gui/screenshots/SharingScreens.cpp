@@ -42,7 +42,7 @@ arden::gui::Builder* openWrittenMachine(arden::gui::frmMain& window, const QStri
     return window.OpenEditorTab(true, file, {}, 8, {});
 }
 
-void saveSharingScreens(arden::gui::frmMain& window, const QString& folder,
+void saveSharingScreens(arden::gui::frmMain& window, const QString& folder, int languageOffset,
                         const std::function<void(QWidget*, const QString&)>& save) {
     arden::gui::Builder* editor = openWrittenMachine(window, folder + "/Sharing.vmx", kSharing);
     if (!editor) return;
@@ -65,7 +65,7 @@ void saveSharingScreens(arden::gui::frmMain& window, const QString& folder,
     save(&window, "editor-shared-folders-three");
 
     const arden::SharedFolder& music = editor->configuration().sharedFolders.folders.at(1);
-    arden::gui::frmAddSharedFolder dialog(music, {}, 0, &window);
+    arden::gui::frmAddSharedFolder dialog(music, {}, languageOffset, &window);
     dialog.show();
     dialog.adjustSize();
     save(&dialog, "shared-folder-dialog");

@@ -14,5 +14,5 @@ class frmMain;
 // Writes `text` to `file` and opens it in an editor tab of `window`; null when that fails.
 arden::gui::Builder* openWrittenMachine(arden::gui::frmMain& window, const QString& file, const char* text);
 
-void saveSharingScreens(arden::gui::frmMain& window, const QString& folder,
+void saveSharingScreens(arden::gui::frmMain& window, const QString& folder, int languageOffset,
                         const std::function<void(QWidget*, const QString&)>& save);
