@@ -113,7 +113,9 @@ bool Builder::CreateVmxFile() {
     }
     if (result.notice) showMessage(this, *result.notice, LanguageOffset);
     setChangesPending(false);
-    emit written(qs(result.path), qs(result.text));
+    // The summary shows the text as the file's encoding reads it.
+    const TextCodec codec = config_.fileText.convertToUtf8 ? TextCodec::utf8() : codecOf(config_.fileText);
+    emit written(qs(result.path), qs(codec.decodeReplacing(result.text)));
     return true;
 }
 
