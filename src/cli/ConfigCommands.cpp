@@ -46,6 +46,7 @@ int runShow(Args args) {
     if (!config) return Refused;
     std::cout << "File: " << config->vmxPath() << '\n';
     printTarget(*config);
+    if (config->fileText.encrypted) return Success;
     for (const Device& m : config->devices.devices(DeviceType::Memory)) std::cout << "Memory: " << m.settings.text("memsize") << " MB\n";
     std::cout << "Hardware:\n";
     // The hardware list's entries, in its order: by type, then as added.
@@ -55,6 +56,8 @@ int runShow(Args args) {
                       << nodeLabel(d.node) << '\n';
         }
     }
+    std::cout << "Encoding: " << config->fileText.encoding << (config->fileText.readOnlyReason.empty() ? "" : " (read-only)")
+              << '\n';
     std::cout << "Kept lines: " << config->keptLines.size() << '\n';
     return Success;
 }

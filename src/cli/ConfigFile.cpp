@@ -25,7 +25,22 @@ std::optional<VmConfiguration> loadConfiguration(const std::string& file, bool p
     return std::move(r.config);
 }
 
-bool questionsAnswered(const VmConfiguration& config, bool yes) {
+bool questionsAnswered(VmConfiguration& config, bool yes) {
+    if (!config.fileText.readOnlyReason.empty()) {
+        printMessage(*checkSave(config));
+        return false;
+    }
+    // A character the file's encoding cannot hold: Yes writes the whole file in UTF-8; No
+    // leaves the file as it is, and the save checks refuse naming the character.
+    if (auto question = encodingQuestion(config)) {
+        printMessage(*question);
+        if (!yes) {
+            std::cerr << "Answered No.\n";
+        } else {
+            std::cerr << "Answered Yes.\n";
+            printMessage(convertToUtf8(config));
+        }
+    }
     for (const auto& question :
          {inUseQuestion(config), readOnlyQuestion(config), duplicateStaticMacQuestion(config.devices)}) {
         if (!question) continue;
@@ -56,12 +71,12 @@ bool backupMade(const std::string& file) {
     return ok;
 }
 
-int saveConfiguration(const VmConfiguration& config, bool printPath, bool yes) {
+int saveConfiguration(VmConfiguration config, bool printPath, bool yes) {
     if (!questionsAnswered(config, yes)) return Refused;
     return writeConfiguration(config, printPath);
 }
 
-int saveEditedConfiguration(const std::string& file, const VmConfiguration& config, bool yes) {
+int saveEditedConfiguration(const std::string& file, VmConfiguration config, bool yes) {
     if (!questionsAnswered(config, yes)) return Refused;
     if (auto refusal = checkSave(config)) {
         printMessage(*refusal);
@@ -75,6 +90,10 @@ void printTarget(const VmConfiguration& config) {
     const ProductSettings& p = config.product;
     auto versions = platformVersions(p.platform);
     std::cout << "Display name: " << config.identity.displayName << '\n';
+    if (config.fileText.encrypted) {
+        std::cout << "Encrypted: the settings are encrypted; only the display name can be read\n";
+        return;
+    }
     std::cout << "Product: "
               << (p.version >= 0 && static_cast<std::size_t>(p.version) < versions.size()
                       ? productText(p.platform, p.version)

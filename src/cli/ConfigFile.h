@@ -15,14 +15,16 @@ namespace arden::cli {
 std::optional<VmConfiguration> loadConfiguration(const std::string& file, bool printNotices = true);
 
 // The questions asked before a save, in order, before anything is written (a backup copy
-// included): a VMware product has the machine open, the file is read-only, two adapters share
-// a static MAC address. `yes` answers them Yes; otherwise the first is answered No and the
-// answer is false.
-bool questionsAnswered(const VmConfiguration& config, bool yes);
+// included): a file opened read-only (encrypted, an unknown encoding) is refused (false); a
+// value the file's encoding cannot hold asks to convert the file to UTF-8 (Yes converts
+// `config`, No leaves the refusal to the save checks); a VMware product has the machine open,
+// the file is read-only, two adapters share a static MAC address. `yes` answers them Yes;
+// otherwise the first is answered No and the answer is false.
+bool questionsAnswered(VmConfiguration& config, bool yes);
 
 // Saves through the editor's save flow, the questions answered by `yes`, and prints the
 // written path on standard output when `printPath` is set.
-int saveConfiguration(const VmConfiguration& config, bool printPath = true, bool yes = false);
+int saveConfiguration(VmConfiguration config, bool printPath = true, bool yes = false);
 
 // Writes the configuration through the save flow without asking (the questions have been
 // asked); prints the written path when `printPath` is set.
@@ -32,13 +34,14 @@ int writeConfiguration(const VmConfiguration& config, bool printPath = true);
 // backup FILE.bak is made (its notice printed), then the edited configuration is saved.
 // Nothing is written when a question is answered No, and the file stays as it was when the
 // backup or the save fails.
-int saveEditedConfiguration(const std::string& file, const VmConfiguration& config, bool yes = false);
+int saveEditedConfiguration(const std::string& file, VmConfiguration config, bool yes = false);
 
 // Makes the backup FILE.bak and prints its notice; false when it could not be made.
 bool backupMade(const std::string& file);
 
 // Prints the display name, the product, the format note when there is one, and the guest, a
-// line each ("Product: Workstation 5.5x").
+// line each ("Product: Workstation 5.5x"); of an encrypted file only its name and that it is
+// encrypted.
 void printTarget(const VmConfiguration& config);
 
 }  // namespace arden::cli

@@ -132,7 +132,8 @@ int runShareAdd(Args args) {
     share.disableAfterSession = thisSession;
     share.enabled = !disabled;
     folders.push_back(std::move(share));
-    return saveEditedConfiguration(args[0], *config);
+    // --yes also converts a file whose encoding cannot hold the name or the folder.
+    return saveEditedConfiguration(args[0], *config, yes);
 }
 
 int runShareRemove(Args args) {

@@ -44,7 +44,8 @@ const Command kCommands[] = {
      "      takes its last version, a version alone keeps the machine's platform) or the guest\n"
      "      operating system, named as a file writes it (e.g. winXPPro, rhel4, otherlinux) and of a\n"
      "      family the product offers. Adapter types the new product lacks become AMD Lance, with\n"
-     "      a notice. FILE is copied to FILE.bak first; --yes answers the questions of resave."},
+     "      a notice. FILE is copied to FILE.bak first; --yes answers the questions of resave, and\n"
+     "      converts the file to UTF-8 when its encoding cannot hold the name or the notes."},
     {"option", arden::cli::runOption,
      "option FILE [NAME VALUE]... [--yes]\n"
      "      Without NAME, list the settings of the Options tab, one a line: name and value,\n"
@@ -78,7 +79,8 @@ const Command kCommands[] = {
     {"share", arden::cli::runShare,
      "share add FILE NAME HOSTPATH [--read-only] [--this-session] [--disabled] [--yes]\n"
      "      Share host folder HOSTPATH with the guest as NAME. A folder missing on this computer\n"
-     "      is asked about and the question answered No unless --yes.\n"
+     "      is asked about and the question answered No unless --yes (which also converts a file\n"
+     "      whose encoding cannot hold NAME or HOSTPATH to UTF-8).\n"
      "  share remove FILE NAME\n"
      "  share list FILE\n"
      "      Remove a share, or print the shares one a line: name, host folder and attributes,\n"
@@ -141,6 +143,10 @@ int main(int argc, char** argv) {
     // Every command writes through the C++ streams only: without the C library's buffers in
     // step, printing a machine of many thousand devices is several times faster.
     std::ios::sync_with_stdio(false);
+#ifdef _WIN32
+    // Every text the program prints is UTF-8, whatever the file's own encoding: a console shows it as such.
+    SetConsoleOutputCP(CP_UTF8);
+#endif
     std::vector<std::string> args = commandArguments(argc, argv);
     if (!args.empty() && args[0] == "--version") {
         std::cout << "arden-forge-cli (Arden Forge) " ARDEN_VERSION "\n";

@@ -46,17 +46,6 @@ Family familyOf(std::string_view prefix) {
     return Family::Other;
 }
 
-// The value of a "key = value" text: blanks trimmed, every double quote removed (not only the
-// outer pair), VMware's escapes decoded.
-std::string valueOf(std::string_view rawValue) {
-    std::string value;
-    value.reserve(rawValue.size());
-    for (char ch : rawValue) {
-        if (ch != '"') value += ch;
-    }
-    return vmx::unescapeValue(value);
-}
-
 // Whether the editor writes the value the file held: flags by their meaning, words without
 // regard to case.
 bool sameValue(std::string_view a, std::string_view b) {
@@ -66,6 +55,25 @@ bool sameValue(std::string_view a, std::string_view b) {
 }
 
 }  // namespace
+
+std::string valueOf(std::string_view rawValue) {
+    std::string value;
+    value.reserve(rawValue.size());
+    for (char ch : rawValue) {
+        if (ch != '"') value += ch;
+    }
+    return vmx::unescapeValue(value);
+}
+
+std::string Loader::valueText(std::string_view lineText, bool* readable) const {
+    std::string bytes = valueOf(trimBlanks(lineText.substr(lineText.find('=') + 1)));
+    if (auto text = codec_.decode(bytes)) {
+        if (readable) *readable = true;
+        return std::move(*text);
+    }
+    if (readable) *readable = false;
+    return codec_.decodeReplacing(bytes);
+}
 
 void Loader::notice(const Line& line, std::string_view text) {
     if (notices_.size() >= kMaxLoadNotices) {
@@ -107,17 +115,22 @@ void Loader::dataLine(const Line& line) {
         return;
     }
     std::string_view rawValue = trimBlanks(line.text.substr(eq + 1));
-    std::string value = valueOf(rawValue);
+    bool readable = true;
+    std::string value = valueText(line.text, &readable);
+    if (!readable) {
+        notice(line, "the value of " + key + " is not valid " + std::string(codec_.name()) +
+                         " text (shown as \"" + value + "\"); the line is kept as written");
+    }
     if (std::count(rawValue.begin(), rawValue.end(), '"') % 2 != 0)
         notice(line, "unbalanced quotes in the value of " + key + "; read as \"" + value + "\"");
     if (isClusterLine(key, value)) {
         clusterLines_.emplace_back(line, std::move(key));
         return;
     }
-    dispatch(line, key, value);
+    dispatch(line, key, value, readable);
 }
 
-void Loader::dispatch(const Line& line, const std::string& key, std::string_view value) {
+void Loader::dispatch(const Line& line, const std::string& key, std::string_view value, bool readable) {
     if (std::find(std::begin(kManagedKeys), std::end(kManagedKeys), key) != std::end(kManagedKeys)) seenManaged_.insert(key);
     std::string_view prefix = std::string_view(key).substr(0, key.find('.'));
     std::optional<Owner> owner;
@@ -141,6 +154,8 @@ void Loader::dispatch(const Line& line, const std::string& key, std::string_view
         case Family::Device: outcome = deviceKey(line, key, prefix, value, owner, allowed); break;
         case Family::Other: outcome = optionKey(line, key, value, allowed); break;
     }
+    // A value that is not text in the file's encoding is shown but its line stays as written.
+    if (!readable && outcome == Outcome::Taken) outcome = Outcome::Undecodable;
     // Of a key written several times the last line counts: each outcome undoes what an
     // earlier line of the same key left.
     const std::size_t start = suffixStart(owner, key);
@@ -151,9 +166,12 @@ void Loader::dispatch(const Line& line, const std::string& key, std::string_view
             if (owner) disown(*owner, std::string_view(key).substr(start));
             break;
         case Outcome::Unusable:
-            unusable(line, key, value, allowed);
+        case Outcome::Undecodable:
+            if (outcome == Outcome::Unusable) unusable(line, key, value, allowed);
             consumed_.erase(key);
-            if (owner) {
+            // A shared folder always writes its name and folder: an unreadable one is held back
+            // by its key (its line kept) while the editor shows it as read.
+            if (owner && !(outcome == Outcome::Undecodable && owner->kind == Owner::Share)) {
                 unsetDeviceValue(*owner, std::string_view(key).substr(start));
                 ownLine(*owner, line, start);
             } else {
@@ -171,6 +189,11 @@ void Loader::dispatch(const Line& line, const std::string& key, std::string_view
 void Loader::commentLine(const Line& line) {
     std::string_view t = trimBlanks(line.text);
     if (vmx::isOwnBannerLine(t)) return;
+    // A "#!" first line makes the file a script that starts the product: it stays first.
+    if (line.index == 0 && line.text.substr(0, 2) == "#!") {
+        c_.fileText.firstLine = std::string(line.text);
+        return;
+    }
     if (productComment(line, t)) return;
     keep(line);
 }
@@ -194,7 +217,7 @@ void Loader::keepLinesTheWriterDrops() {
         if (it != written.end()) {
             // A value the editor would write differently ("sharedFolder.maxNum" of 0 beside a
             // described folder) stays as the file has it.
-            std::string value = valueOf(trimBlanks(line.text.substr(line.text.find('=') + 1)));
+            std::string value = valueText(line.text);
             if (owner || sameValue(value, it->second)) continue;
             notice(line, "the editor would write \"" + it->second + "\" for " + key + "; the line is kept as written");
             held_.insert(key);
@@ -223,7 +246,7 @@ void Loader::finish() {
     // consumed (it is written again); any other is read like every line, e.g. a disk's own mode.
     for (auto& [line, key] : clusterLines_) {
         if (c_.advanced.clusterEnabled && line.index > clusterKeyLine_) continue;
-        dispatch(line, key, valueOf(trimBlanks(line.text.substr(line.text.find('=') + 1))));
+        dispatch(line, key, valueText(line.text));
     }
     resolveProduct();
     checkProcessors();

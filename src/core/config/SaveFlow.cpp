@@ -9,6 +9,22 @@
 
 namespace arden {
 
+namespace {
+
+// "the character "位" (U+4F4D) of displayName cannot be written in windows-1252, the encoding of FILE"
+std::string gapText(const VmConfiguration& config, const EncodingGap& gap) {
+    return "the character " + gap.character.describe() + " of " + gap.key + " cannot be written in " +
+           config.fileText.encoding + ", the encoding of " + config.vmxPath();
+}
+
+std::optional<EncodingGap> encodingGap(const VmConfiguration& config) {
+    std::optional<EncodingGap> gap;
+    writeVmxText(config, &gap);
+    return gap;
+}
+
+}  // namespace
+
 int pciDeviceTally(const VmConfiguration& config) {
     int tally = 1;
     for (DeviceType t : {DeviceType::ScsiController, DeviceType::Network, DeviceType::Sound}) {
@@ -20,6 +36,11 @@ int pciDeviceTally(const VmConfiguration& config) {
 }
 
 std::optional<Message> checkSave(const VmConfiguration& config) {
+    if (!config.fileText.readOnlyReason.empty()) {
+        return Message{MessageKind::Critical, {TextPart::fixed("Read-only Configuration")},
+                       {TextPart::fixed(config.vmxPath() + " cannot be saved or changed: " +
+                                        config.fileText.readOnlyReason + ". Nothing was written.")}};
+    }
     if (config.identity.vmxFileName.empty() || config.identity.vmxFolder.empty()) {
         return Message{MessageKind::Warning, {TextPart::fromId(189)}, {TextPart::fromId(190)}};
     }
@@ -28,6 +49,10 @@ std::optional<Message> checkSave(const VmConfiguration& config) {
         return Message{MessageKind::Critical,
                        {TextPart::fromId(186)},
                        {TextPart::fromId(187), TextPart::fixed(std::to_string(tally - 1)), TextPart::fromId(188)}};
+    }
+    if (auto gap = encodingGap(config)) {
+        return Message{MessageKind::Critical, {TextPart::fixed("Unable to Save")},
+                       {TextPart::fixed("Not saved: " + gapText(config, *gap) + ".")}};
     }
     return std::nullopt;
 }
@@ -77,6 +102,30 @@ std::optional<Message> readOnlyQuestion(const VmConfiguration& config) {
     return Message{MessageKind::Question,
                    {TextPart::fixed("Read-only File")},
                    {TextPart::fixed("The file " + config.vmxPath() + " is read-only.  Save over it anyway?")}};
+}
+
+std::optional<Message> readOnlyNotice(const VmConfiguration& config) {
+    if (config.fileText.readOnlyReason.empty()) return std::nullopt;
+    return Message{MessageKind::Warning, {TextPart::fixed("Opened Read-only")},
+                   {TextPart::fixed(config.vmxPath() + " is opened read-only: " + config.fileText.readOnlyReason +
+                                    ". It cannot be changed or saved.")}};
+}
+
+std::optional<Message> encodingQuestion(const VmConfiguration& config) {
+    auto gap = encodingGap(config);
+    if (!gap) return std::nullopt;
+    std::string text = gapText(config, *gap);
+    text[0] = 'T';
+    return Message{MessageKind::Question, {TextPart::fixed("Convert to UTF-8")},
+                   {TextPart::fixed(text + ".  Convert the whole file to UTF-8 (\".encoding = \"UTF-8\"\", every "
+                                           "line written in UTF-8)?")}};
+}
+
+Message convertToUtf8(VmConfiguration& config) {
+    config.fileText.convertToUtf8 = true;
+    return Message{MessageKind::Information, {TextPart::fixed("Converted to UTF-8")},
+                   {TextPart::fixed(config.vmxPath() + " is written in UTF-8 instead of " + config.fileText.encoding +
+                                    ": \".encoding = \"UTF-8\"\", and every line, the kept ones included, in UTF-8.")}};
 }
 
 SaveResult CreateVmxFile(const VmConfiguration& config) {

@@ -14,10 +14,16 @@ namespace arden {
 // save compares with 6.
 int pciDeviceTally(const VmConfiguration& config);
 
-// The checks run before anything is written: file name and folder present ("Missing Data"),
-// at most five enabled PCI devices ("Too many virtual PCI Devices enabled"). Returns the
+// The checks run before anything is written: a file opened read-only (encrypted settings, an
+// unknown encoding) is never saved; file name and folder present ("Missing Data"),
+// at most five enabled PCI devices ("Too many virtual PCI Devices enabled"), every value held
+// by the file's encoding (the refusal names the character and the encoding). Returns the
 // refusal, or nothing when the save may go ahead.
 std::optional<Message> checkSave(const VmConfiguration& config);
+
+// The warning shown when a file is opened read-only (its settings are encrypted, its encoding
+// is unknown), or nothing.
+std::optional<Message> readOnlyNotice(const VmConfiguration& config);
 
 // A question to ask before writing over a file that the product has open: a lock
 // "NAME.vmx.lck" beside it (a folder, a file or a link, even a dangling one, in any letter
@@ -26,6 +32,14 @@ std::optional<Message> inUseQuestion(const VmConfiguration& config);
 
 // A question to ask before saving over a read-only file, or nothing.
 std::optional<Message> readOnlyQuestion(const VmConfiguration& config);
+
+// The question asked when a value holds a character that the file's encoding cannot hold:
+// whether to write the whole file in UTF-8 instead; nothing when every value fits.
+std::optional<Message> encodingQuestion(const VmConfiguration& config);
+
+// The user's Yes to that question: the next save writes ".encoding = "UTF-8"" and every line,
+// the kept ones included, in UTF-8. Returns the note that says so.
+Message convertToUtf8(VmConfiguration& config);
 
 struct SaveResult {
     bool written = false;

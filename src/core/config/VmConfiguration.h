@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/config/ProductTables.h"
+#include "core/config/FileText.h"
 #include "core/config/KeptLines.h"
 #include "core/hardware/DeviceStore.h"
 
@@ -112,6 +113,7 @@ public:
     // have written right after opening. While the editor's value is still that one, its key is
     // not written and the file's own line (among the kept lines) stays as it was.
     std::map<std::string, std::string> heldKeys;
+    FileText fileText;    // the opened file's encoding, first line and whether it may be saved
 
     // A new machine: display name (or `defaultName`, the localised "New VM", when empty),
     // file name = name + ".vmx", folder, Workstation 5.5x, Windows XP Professional, and the

@@ -24,8 +24,10 @@ void VmxLines::setting(std::string_view key, std::string_view value, std::string
     if (!keepText_) return;
     std::string line;
     line.reserve(key.size() + value.size() + 6);
+    EncodeResult encoded = to_.encode(value);
+    if (encoded.missing && !gap_) gap_ = EncodingGap{std::string(key), *encoded.missing};
     line.append(key).append(separator).push_back('"');
-    line += escapeValue(value);
+    line += escapeValue(encoded.missing ? value : std::string_view(encoded.bytes));
     line.push_back('"');
     lines_.push_back(std::move(line));
 }
@@ -43,7 +45,7 @@ void VmxLines::keptLine(std::string_view key, std::string_view rest) {
     if (!keepText_) return;
     std::string line(key);
     line += rest;
-    lines_.push_back(std::move(line));
+    lines_.push_back(recode(line, from_, to_));
 }
 
 void VmxLines::writeDeferred() {

@@ -4,11 +4,14 @@
 // over a disk's own values), and a key the editor holds back (its value is still the one it
 // had when the file was opened, and the file's own line is kept) is not written at all.
 #include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
 #include <vector>
+
+#include "core/config/FileText.h"
 
 namespace arden::vmx {
 
@@ -19,9 +22,19 @@ public:
     explicit VmxLines(const std::map<std::string, std::string>* held = nullptr, bool keepText = true)
         : held_(held), keepText_(keepText) {}
 
+    // The encoding of the opened file's lines and values (`from`) and that of the text written
+    // (`to`); they differ when the file is being converted. UTF-8 for both until set.
+    void setEncoding(const TextCodec& from, const TextCodec& to) {
+        from_ = from;
+        to_ = to;
+    }
+    // The first value the written encoding could not hold; the text is then not to be written.
+    const std::optional<EncodingGap>& gap() const { return gap_; }
+
+    // A line as it stands (re-encoded when the file is being converted).
     void raw(std::string_view line) {
         ++lineCount_;
-        if (keepText_) lines_.emplace_back(line);
+        if (keepText_) lines_.push_back(recode(line, from_, to_));
     }
     void blank() { raw({}); }
     void banner(std::string_view line) {
@@ -69,6 +82,9 @@ private:
     std::unordered_set<std::string> claimed_;
     std::unordered_map<std::string, std::string> editorValues_;
     std::vector<std::pair<std::string, std::string>> deferred_;
+    TextCodec from_ = TextCodec::utf8();
+    TextCodec to_ = TextCodec::utf8();
+    std::optional<EncodingGap> gap_;
 };
 
 }  // namespace arden::vmx

@@ -19,25 +19,6 @@ std::string tooLong(std::size_t size) {
            std::to_string(kMaxVmxFileBytes) + " bytes";
 }
 
-// Calls `read(index, text, endsWithLoneCr)` for each line of `bytes`. A line ends at LF,
-// CR LF, or a CR alone (the old Macintosh form); `text` is without its line end.
-template <typename Read>
-void forEachLine(std::string_view bytes, Read&& read) {
-    std::size_t index = 0;
-    for (std::size_t pos = 0; pos < bytes.size(); ++index) {
-        std::size_t eol = pos;
-        while (eol < bytes.size() && bytes[eol] != '\n' && bytes[eol] != '\r') ++eol;
-        std::size_t next = eol + 1;
-        bool loneCr = false;
-        if (eol < bytes.size() && bytes[eol] == '\r') {
-            if (eol + 1 < bytes.size() && bytes[eol + 1] == '\n') ++next;
-            else loneCr = true;
-        }
-        read(index, bytes.substr(pos, eol - pos), loneCr);
-        pos = next;
-    }
-}
-
 }  // namespace
 
 LoadResult parseVmxText(std::string_view bytes, const std::string& folder, const std::string& fileName,
@@ -60,7 +41,7 @@ LoadResult parseVmxText(std::string_view bytes, const std::string& folder, const
     // step walks the bytes again rather than holding a list of millions of lines.
     std::optional<std::pair<std::size_t, std::size_t>> longLine;  // first line too long, and its length
     std::optional<std::size_t> loneCr;                              // first line that ended with a CR alone
-    forEachLine(bytes, [&](std::size_t index, std::string_view text, bool endsWithLoneCr) {
+    load::forEachLine(bytes, [&](std::size_t index, std::string_view text, bool endsWithLoneCr) {
         if (text.size() > kMaxVmxLineBytes && !longLine) longLine.emplace(index, text.size());
         if (endsWithLoneCr && !loneCr) loneCr = index;
     });
@@ -76,9 +57,11 @@ LoadResult parseVmxText(std::string_view bytes, const std::string& folder, const
     c.identity.vmxFolder = folder;
     c.identity.vmxFileName = fileName;
     c.identity.displayName.clear();
-    load::Loader loader(c, result.notices);
+    load::FileTextScan scan = load::scanFileText(bytes, result.notices);
+    c.fileText = std::move(scan.text);
+    load::Loader loader(c, result.notices, scan.codec);
     auto lines = [&](auto&& read) {
-        forEachLine(bytes, [&](std::size_t index, std::string_view text, bool) {
+        load::forEachLine(bytes, [&](std::size_t index, std::string_view text, bool) {
             std::string_view trimmed = trimBlanks(text);
             if (!trimmed.empty()) read(load::Line{index, text}, trimmed.front() == '#');
         });

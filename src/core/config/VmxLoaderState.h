@@ -15,6 +15,7 @@
 
 #include "core/config/VmConfiguration.h"
 #include "core/config/VmxLoader.h"
+#include "core/support/TextEncoding.h"
 
 namespace arden::load {
 
@@ -23,13 +24,45 @@ struct Line {
     std::string_view text;  // as read, without its line end
 };
 
+// Calls `read(index, text, endsWithLoneCr)` for each line of `bytes`. A line ends at LF,
+// CR LF, or a CR alone (the old Macintosh form); `text` is without its line end.
+template <typename Read>
+void forEachLine(std::string_view bytes, Read&& read) {
+    std::size_t index = 0;
+    for (std::size_t pos = 0; pos < bytes.size(); ++index) {
+        std::size_t eol = pos;
+        while (eol < bytes.size() && bytes[eol] != '\n' && bytes[eol] != '\r') ++eol;
+        std::size_t next = eol + 1;
+        bool loneCr = false;
+        if (eol < bytes.size() && bytes[eol] == '\r') {
+            if (eol + 1 < bytes.size() && bytes[eol + 1] == '\n') ++next;
+            else loneCr = true;
+        }
+        read(index, bytes.substr(pos, eol - pos), loneCr);
+        pos = next;
+    }
+}
+
+// The value of a "key = value" text: blanks trimmed, every double quote removed (not only the
+// outer pair), VMware's escapes decoded; still in the file's encoding.
+std::string valueOf(std::string_view rawValue);
+
+// LoadFileText.cpp: what the file says about its own text, read before any value: the
+// encoding of its values (".encoding", or UTF-8 or the old code page for a file without one)
+// and whether its settings are encrypted. Problems become notices.
+struct FileTextScan {
+    FileText text;
+    TextCodec codec = TextCodec::utf8();
+};
+FileTextScan scanFileText(std::string_view bytes, std::vector<LoadNotice>& notices);
+
 // Older keys the editor reads and writes in their newer form ("isolation.tools.paste.enabled"
 // becomes "isolation.tools.paste.disable"): their lines are not kept beside the new key.
 bool isReplacedKey(std::string_view key);
 
-// What became of a key: read into the model, not one the editor manages, or one it manages
-// with a value it cannot use.
-enum class Outcome { Taken, Unknown, Unusable };
+// What became of a key: read into the model, not one the editor manages, one it manages
+// with a value it cannot use, or one whose value is not text in the file's encoding.
+enum class Outcome { Taken, Unknown, Unusable, Undecodable };
 
 // The device (or shared folder) a key belongs to, by its place in the file.
 struct Owner {
@@ -50,7 +83,8 @@ struct OwnedLine {
 
 class Loader {
 public:
-    Loader(VmConfiguration& c, std::vector<LoadNotice>& notices) : c_(c), notices_(notices) {}
+    Loader(VmConfiguration& c, std::vector<LoadNotice>& notices, const TextCodec& codec)
+        : c_(c), notices_(notices), codec_(codec) {}
 
     void dataLine(const Line& line);
     void commentLine(const Line& line);
@@ -62,7 +96,10 @@ public:
 
 private:
     // LoadDispatch.cpp
-    void dispatch(const Line& line, const std::string& key, std::string_view value);
+    void dispatch(const Line& line, const std::string& key, std::string_view value, bool readable = true);
+    // The value of a data line as text: decoded from the file's encoding; `readable` false (and
+    // the bytes that cannot be decoded shown as U+FFFD) when it is not valid in that encoding.
+    std::string valueText(std::string_view lineText, bool* readable = nullptr) const;
     void keep(const Line& line) {
         if (kept_.size() <= line.index) kept_.resize(line.index + 1);
         kept_[line.index] = true;
@@ -102,6 +139,7 @@ private:
     std::size_t omittedNotices_ = 0;
     int firstOmittedLine_ = 0;
     std::vector<LoadNotice>& notices_;
+    TextCodec codec_;
     std::vector<bool> kept_;  // by line number: the lines kept as they stand
     std::vector<std::pair<Line, std::string>> clusterLines_;  // set aside until clustering is known
     std::size_t clusterKeyLine_ = 0;                          // line of "disk.locking" = "FALSE"

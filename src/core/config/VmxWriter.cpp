@@ -251,9 +251,12 @@ std::string relativeToVmxFolder(const std::string& fileName, const std::string& 
 
 namespace {
 
-// The whole file into `out`. The ".encoding" line of the opened file comes first, as the
-// product writes it: it says how the bytes after it are to be read.
+// The whole file into `out`. A "#!" line that opened the file comes first, then the
+// ".encoding" line of the opened file, as the product writes it: it says how the bytes after
+// it are to be read. A file converted to UTF-8 says so there.
 void writeAll(VmxLines& out, const VmConfiguration& c) {
+    if (!c.fileText.firstLine.empty()) out.raw(c.fileText.firstLine);
+    if (c.fileText.convertToUtf8) out.setting(".encoding", "UTF-8");
     forEachKeptLineToWrite(c.keptLines, [&](std::string_view line, const std::string& key) {
         if (key == ".encoding") writeKeptWholeLine(out, line);
     });
@@ -300,9 +303,12 @@ void writeAll(VmxLines& out, const VmConfiguration& c) {
 
 }  // namespace
 
-std::string writeVmxText(const VmConfiguration& c) {
+std::string writeVmxText(const VmConfiguration& c, std::optional<EncodingGap>* gap) {
     VmxLines out(&c.heldKeys);
+    const TextCodec codec = codecOf(c.fileText);
+    out.setEncoding(codec, c.fileText.convertToUtf8 ? TextCodec::utf8() : codec);
     writeAll(out, c);
+    if (gap) *gap = out.gap();
     return out.join();
 }
 

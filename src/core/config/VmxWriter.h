@@ -2,14 +2,18 @@
 // Turns a configuration into the text of a .vmx file: the header banner, the sections in
 // their fixed order with the keys of each, the lines kept from the opened file, the end
 // banner. Lines end with CR LF; every value is quoted; no key is written twice.
-#include <unordered_map>
+#include <optional>
 #include <string>
+#include <unordered_map>
 
 #include "core/config/VmConfiguration.h"
 
 namespace arden {
 
-std::string writeVmxText(const VmConfiguration& config);
+// Values are written in the opened file's encoding (in UTF-8, every line re-encoded, when the
+// file is being converted); the first value that encoding cannot hold goes into `gap`, and such
+// a text is not to be written.
+std::string writeVmxText(const VmConfiguration& config, std::optional<EncodingGap>* gap = nullptr);
 
 // The value the editor gives every key it writes (held keys included), by lower-case key: what
 // the loader records as VmConfiguration::heldKeys right after opening.

@@ -58,7 +58,12 @@ bool Builder::start() {
         config_ = std::move(loaded.config);
         for (const LoadNotice& n : loaded.notices)
             loadNotices_ << QStringLiteral("line %1: %2").arg(n.line).arg(QString::fromStdString(n.text));
-        if (CreateBackups) {
+        // A file that cannot be saved is shown, not edited; there is nothing to back up.
+        if (auto notice = readOnlyNotice(config_)) {
+            showMessage(this, *notice, LanguageOffset);
+            options_->setEnabled(false);
+            hardware_->setEnabled(false);
+        } else if (CreateBackups) {
             bool copied = false;
             showMessage(this, makeBackup(toPath(ExistingVmxFileName), copied), LanguageOffset);
         }
@@ -83,6 +88,15 @@ bool Builder::nameValid() const {
 }
 
 bool Builder::CreateVmxFile() {
+    // A character the file's encoding cannot hold: Yes writes the whole file in UTF-8 (the notes
+    // say so); No leaves it to the save checks, whose refusal names the character.
+    if (config_.fileText.readOnlyReason.empty()) {
+        if (auto question = encodingQuestion(config_); question && showMessage(this, *question, LanguageOffset) == Answer::Yes) {
+            Message note = convertToUtf8(config_);
+            loadNotices_ << qs(note.text.front().literal);
+            showMessage(this, note, LanguageOffset);
+        }
+    }
     // Writing over a machine that a VMware product has open, over a read-only file, or with two
     // network adapters that carry one static address is the user's call; every question comes
     // before anything is written.
@@ -99,7 +113,9 @@ bool Builder::CreateVmxFile() {
     }
     if (result.notice) showMessage(this, *result.notice, LanguageOffset);
     setChangesPending(false);
-    emit written(qs(result.path), qs(result.text));
+    // The summary shows the text as the file's encoding reads it.
+    const TextCodec codec = config_.fileText.convertToUtf8 ? TextCodec::utf8() : codecOf(config_.fileText);
+    emit written(qs(result.path), qs(codec.decodeReplacing(result.text)));
     return true;
 }
 

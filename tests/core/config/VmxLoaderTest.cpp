@@ -134,10 +134,12 @@ TEST(VmxLoader, NoticesForOddLinesAndRefusalsForNonText) {
     EXPECT_FALSE(huge.ok);
     EXPECT_NE(huge.error->text[0].literal.find("line 1"), std::string::npos);
 
-    // Bytes of other code pages are kept exactly.
+    // Bytes of another code page in a file without ".encoding" are read as the Western code
+    // page, and kept exactly while not edited.
     auto korean = parse("displayName = \"\xBD\xC7\xC7\xE0\"\nunknown.key = \"\xE5\xA4?\"\n");
-    EXPECT_EQ(korean.config.identity.displayName, "\xBD\xC7\xC7\xE0");
+    EXPECT_EQ(korean.config.identity.displayName, "\xC2\xBD\xC3\x87\xC3\x87\xC3\xA0");
     EXPECT_EQ(korean.config.keptLines[0], "unknown.key = \"\xE5\xA4?\"");
+    EXPECT_NE(writeVmxText(korean.config).find("\r\ndisplayName = \"\xBD\xC7\xC7\xE0\"\r\n"), std::string::npos);
 }
 
 // A file of junk lines lists its first hundred notices and counts the rest in one more.
