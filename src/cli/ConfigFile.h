@@ -38,7 +38,7 @@ int saveEditedConfiguration(const std::string& file, const VmConfiguration& conf
 bool backupMade(const std::string& file);
 
 // Prints the display name, the product, the format note when there is one, and the guest, a
-// line each ("Product: Workstation 5.5x").
+// line each ("Product: Workstation 5.5x, hardware version 4").
 void printTarget(const VmConfiguration& config);
 
 }  // namespace arden::cli

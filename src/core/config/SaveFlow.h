@@ -15,8 +15,9 @@ namespace arden {
 int pciDeviceTally(const VmConfiguration& config);
 
 // The checks run before anything is written: file name and folder present ("Missing Data"),
-// at most five enabled PCI devices ("Too many virtual PCI Devices enabled"). Returns the
-// refusal, or nothing when the save may go ahead.
+// at most five enabled PCI devices on a product of hardware version 3 or 4 ("Too many virtual
+// PCI Devices enabled"), and the product's limits (checkProductLimits). Returns the refusal,
+// or nothing when the save may go ahead.
 std::optional<Message> checkSave(const VmConfiguration& config);
 
 // A question to ask before writing over a file that the product has open: a lock
