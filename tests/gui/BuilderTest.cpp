@@ -103,10 +103,12 @@ TEST(BuilderSave, ANewerFileKeepsItsNumbersUntilAnotherVersionIsPicked) {
     auto b = openFile(dir / "new.vmx");
     auto* note = child<QLabel>(b.get(), "lblFormatNote");
     EXPECT_EQ(child<QComboBox>(b.get(), "cboPlatformVersion")->currentText(), "17.5x") << "shown as the newest product";
+    EXPECT_EQ(child<QLabel>(b.get(), "lblProductHardware")->text(), "Workstation 17.5x, hardware version 25");
     EXPECT_EQ(note->isHidden() ? "" : note->text(), "written for virtual hardware version 25; saving keeps it");
 
     ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboPlatformVersion"), "5.0x"));
     EXPECT_TRUE(note->isHidden());
+    EXPECT_EQ(child<QLabel>(b.get(), "lblProductHardware")->text(), "Workstation 5.0x, hardware version 4");
 }
 
 TEST(BuilderPages, GeneralListsFollowEachOtherAndTheSummaryFollows) {

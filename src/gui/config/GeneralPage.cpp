@@ -17,6 +17,7 @@ namespace arden::gui {
 namespace {
 
 constexpr int kFolderPickerTitleId = 227;  // "Folder for the Virtual Machine"
+constexpr int kHardwareVersionId = 367;    // ", hardware version "
 
 // Notes are held with CR LF line breaks, as the file stores them; the text box uses LF.
 QString notesForDisplay(const std::string& notes) {
@@ -67,6 +68,10 @@ GeneralPage::GeneralPage(VmConfiguration& config, QWidget* parent) : OptionPage(
     cboPlatformVersion_ = named<QComboBox>("cboPlatformVersion", fraGeneral);
     addCaptionedRow(productForm, captions_, "lblTargetPlatform", 212, cboTargetPlatform_);
     addCaptionedRow(productForm, captions_, "lblPlatformVersion", 217, cboPlatformVersion_);
+    // The product and the hardware version the file is written with ("Workstation 16.2.x,
+    // hardware version 19").
+    lblProductHardware_ = named<QLabel>("lblProductHardware", fraGeneral);
+    productForm->addRow(lblProductHardware_);
     // One line about an opened file newer than any target: its numbers are kept on saving.
     lblFormatNote_ = named<QLabel>("lblFormatNote", fraGeneral);
     lblFormatNote_->setWordWrap(true);
@@ -117,12 +122,16 @@ void GeneralPage::fillPage() {
 }
 
 void GeneralPage::showFormatNote() {
+    lblProductHardware_->setText(QString::fromStdString(productText(config_.product.platform, config_.product.version)) +
+                                 uiText(kHardwareVersionId, languageOffset()) +
+                                 QString::fromStdString(config_.hwVersionText()));
     const QString note = QString::fromStdString(formatNote(config_));
     lblFormatNote_->setText(note);
     lblFormatNote_->setVisible(!note.isEmpty());
 }
 
 void GeneralPage::relabelPage() {
+    showFormatNote();
     for (int i = 0; i < cboGuestFamilies_->count(); ++i)
         cboGuestFamilies_->setItemText(i, uiText(guestFamilyNameId(cboGuestFamilies_->itemData(i).toInt()), languageOffset()));
 }
@@ -182,9 +191,13 @@ void GeneralPage::chooseProduct(int platform, int version) {
     // declined, the lists show the machine's product again.
     if (filling()) return;
     const RetargetPlan plan = planRetarget(config_, platform, version);
-    const bool declined = plan.refusal ? (showMessage(this, *plan.refusal, languageOffset()), true)
-                          : plan.question ? showMessage(this, *plan.question, languageOffset()) != Answer::Yes
-                                          : false;
+    bool declined = false;
+    if (plan.refusal) {
+        showMessage(this, *plan.refusal, languageOffset());
+        declined = true;
+    } else if (plan.question) {
+        declined = showMessage(this, *plan.question, languageOffset()) != Answer::Yes;
+    }
     if (declined) {
         const QSignalBlocker quiet(cboTargetPlatform_);
         cboTargetPlatform_->setCurrentIndex(config_.product.platform);

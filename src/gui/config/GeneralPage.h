@@ -46,6 +46,7 @@ private:
     QComboBox* cboGuestFamilies_;
     QComboBox* cboGuestVersions_;
     QPlainTextEdit* txtNotes_;
+    QLabel* lblProductHardware_;
     QLabel* lblFormatNote_;
 };
 

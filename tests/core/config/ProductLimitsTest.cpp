@@ -4,6 +4,7 @@
 // what the new product cannot hold and fits the machine when asked.
 #include <algorithm>
 
+#include "core/config/GuestChoice.h"
 #include "core/config/NewMachineTemplate.h"
 #include "core/config/ProductLimits.h"
 #include "core/config/SaveFlow.h"
@@ -187,6 +188,15 @@ TEST(ProductGuests, EachProductOffersTheGuestsItRuns) {
     EXPECT_FALSE(offers("Workstation", "17.5x", "darwin23-64"));
     EXPECT_TRUE(offers("Fusion", "13.0x", "arm-ubuntu-64"));
     EXPECT_FALSE(offers("Fusion", "12.2.x", "arm-ubuntu-64"));
+
+    VmConfiguration ws50 = machineFor("Workstation", "5.0x");
+    EXPECT_EQ(shown(selectGuestById(ws50, "winxppro-64")),
+              "Invalid Guest Operating System: Workstation 5.0x does not offer the guest winXPPro-64 (Windows XP "
+              "Professional x64 Edition).");
+    EXPECT_EQ(ws50.product.guestId, "winXPPro");
+    VmConfiguration ws17 = machineFor("Workstation", "17.5x");
+    EXPECT_FALSE(selectGuestById(ws17, "Windows11-64"));
+    EXPECT_EQ(ws17.product.guestId, "windows11-64");
 }
 
 TEST(ProductTemplates, ModernNewMachinesHoldWhatTheProductsWrite) {
