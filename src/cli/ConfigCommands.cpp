@@ -6,6 +6,7 @@
 
 #include "cli/CliCommands.h"
 #include "cli/ConfigFile.h"
+#include "core/config/NewMachineTemplate.h"
 #include "core/config/SaveFlow.h"
 #include "core/config/VmxLoader.h"
 #include "core/hardware/DeviceTexts.h"
@@ -23,13 +24,21 @@ int runNew(Args args) {
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 2) return usageError("new needs a FOLDER and a NAME");
 
-    auto target = productTarget(platformText, versionText, kWorkstation);
-    if (!target) return UsageError;
+    // Without --platform and --version a new machine targets the editor's default product
+    // (Workstation 5.5x), as the desktop program's new machines do.
+    std::optional<std::pair<int, int>> target;
+    if (platformText || versionText) {
+        target = productTarget(platformText, versionText, kWorkstation);
+        if (!target) return UsageError;
+    }
 
     std::random_device random;
     VmConfiguration config = VmConfiguration::newMachine(args[1], args[0], cliText(26), random());
-    config.product.platform = target->first;
-    config.product.version = target->second;
+    if (target) {
+        config.product.platform = target->first;
+        config.product.version = target->second;
+    }
+    addProductTemplate(config);
     std::error_code ec;
     if (fs::exists(config.vmxPath(), ec)) {
         printMessage(Message{MessageKind::Critical, {TextPart::fixed("File Exists")},

@@ -98,7 +98,7 @@ void printTarget(const VmConfiguration& config) {
               << (p.version >= 0 && static_cast<std::size_t>(p.version) < versions.size()
                       ? productText(p.platform, p.version)
                       : std::string(platformName(p.platform)) + " (no version chosen)")
-              << '\n';
+              << ", hardware version " << config.hwVersionText() << '\n';
     if (std::string note = formatNote(config); !note.empty()) std::cout << "Format: " << note << '\n';
     std::cout << "Guest: ";
     if (auto g = findGuest(p.guestId)) {

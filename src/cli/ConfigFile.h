@@ -40,8 +40,8 @@ int saveEditedConfiguration(const std::string& file, VmConfiguration config, boo
 bool backupMade(const std::string& file);
 
 // Prints the display name, the product, the format note when there is one, and the guest, a
-// line each ("Product: Workstation 5.5x"); of an encrypted file only its name and that it is
-// encrypted.
+// line each ("Product: Workstation 5.5x, hardware version 4"); of an encrypted file only its
+// name and that it is encrypted.
 void printTarget(const VmConfiguration& config);
 
 }  // namespace arden::cli

@@ -5,7 +5,7 @@
 #include "cli/CliCommands.h"
 #include "cli/ConfigFile.h"
 #include "core/config/GuestChoice.h"
-#include "core/config/NetworkAdapterTypes.h"
+#include "core/config/ProductLimits.h"
 #include "core/config/ProductTables.h"
 
 namespace arden::cli {
@@ -15,7 +15,11 @@ std::optional<std::pair<int, int>> productTarget(const std::optional<std::string
     if (platformText) {
         auto p = platformFromName(*platformText);
         if (!p) {
-            usageError("unknown platform \"" + *platformText + "\"; use \"GSX Server\", \"Workstation\", \"Player\" or \"Server\"");
+            std::string allowed;
+            for (int q = 0; q < kPlatformCount; ++q)
+                allowed += std::string(q == 0 ? "\"" : q + 1 == kPlatformCount ? " or \"" : ", \"") +
+                           std::string(platformName(q)) + "\"";
+            usageError("unknown platform \"" + *platformText + "\"; use " + allowed);
             return std::nullopt;
         }
         platform = *p;
@@ -44,20 +48,38 @@ int runSet(Args args) {
     auto config = loadConfiguration(args[0]);
     if (!config) return Refused;
 
-    std::optional<Message> adaptersChanged;
+    std::optional<std::pair<int, int>> target;
     if (platformText || versionText) {
-        auto target = productTarget(platformText, versionText, config->product.platform);
+        target = productTarget(platformText, versionText, config->product.platform);
         if (!target) return UsageError;
-        config->retarget(target->first, target->second);
-        adaptersChanged = fitNicTypesToProduct(config->devices, target->first, target->second);
     }
-    // The guest is checked against the product just chosen; a refusal writes nothing and
-    // leaves the adapters' notice unsaid.
+    // The guest is checked against the product chosen with it; a refusal writes nothing. A
+    // guest chosen here is the one the new product gets, so the change of product does not
+    // ask about the old one.
     if (guest) {
-        if (auto refusal = selectGuestById(*config, *guest)) {
+        VmConfiguration probe = *config;
+        if (target) probe.retarget(target->first, target->second);
+        if (auto refusal = selectGuestById(probe, *guest)) {
             printMessage(*refusal);
             return Refused;
         }
+        config->selectGuest(probe.product.guestFamily, probe.product.guestVersion);
+    }
+    std::optional<Message> adaptersChanged;
+    if (target) {
+        // What the new product cannot hold is listed before anything changes: devices over a
+        // limit refuse the change, the rest is fitted when --yes accepts it.
+        const RetargetPlan plan = planRetarget(*config, target->first, target->second);
+        if (plan.refusal) {
+            printMessage(*plan.refusal);
+            return Refused;
+        }
+        if (plan.question && !yes) {
+            printMessage(*plan.question);
+            std::cerr << "Nothing was written; --yes accepts these changes.\n";
+            return Refused;
+        }
+        adaptersChanged = retargetAndFit(*config, target->first, target->second);
     }
     if (adaptersChanged) printMessage(*adaptersChanged);
     if (name) config->identity.displayName = *name;

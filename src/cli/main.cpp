@@ -24,8 +24,10 @@ const Command kCommands[] = {
     {"new", arden::cli::runNew,
      "new FOLDER NAME [--platform P] [--version V]\n"
      "      Write FOLDER/NAME.vmx with the settings of a new machine and print its path.\n"
-     "      P: \"GSX Server\", \"Workstation\" (default), \"Player\" or \"Server\";\n"
-     "      V: one of P's versions (default: P's last version)."},
+     "      P: \"GSX Server\", \"Workstation\", \"Player\", \"Server\", \"Fusion\" or \"ESXi\";\n"
+     "      V: one of P's versions (default: P's last version); neither: Workstation 5.5x.\n"
+     "      A product of hardware version 6 or later also gets the PCI bridges and controllers\n"
+     "      its new machines have."},
     {"show", arden::cli::runShow,
      "show FILE\n"
      "      Print the configuration as the editor shows it: product, guest, memory,\n"
@@ -43,8 +45,10 @@ const Command kCommands[] = {
      "      Change the display name, the notes, the product (P and V as for new: a platform alone\n"
      "      takes its last version, a version alone keeps the machine's platform) or the guest\n"
      "      operating system, named as a file writes it (e.g. winXPPro, rhel4, otherlinux) and of a\n"
-     "      family the product offers. Adapter types the new product lacks become AMD Lance, with\n"
-     "      a notice. FILE is copied to FILE.bak first; --yes answers the questions of resave, and\n"
+     "      family the product offers. What a new product cannot hold is listed first: devices\n"
+     "      over its limits refuse the change; memory, processors, cores per socket, a guest it\n"
+     "      does not offer and adapter types it lacks (they become AMD Lance) are fitted only with\n"
+     "      --yes. FILE is copied to FILE.bak first; --yes also answers the questions of resave, and\n"
      "      converts the file to UTF-8 when its encoding cannot hold the name or the notes."},
     {"option", arden::cli::runOption,
      "option FILE [NAME VALUE]... [--yes]\n"

@@ -39,7 +39,7 @@ TEST(CliSession, EachCommandReachesCore) {
         {{"new", "DIR", "M"}, 0, file + "\n", ""},
         {{"new", "DIR", "M"}, 1, "", "File Exists: " + file + " already exists"},
         {{"new", "DIR", "X", "--platform", "Player", "--version", "5.5x"}, 2, "", "\"1.x\""},
-        {{"show", "@"}, 0, "Product: Workstation 5.5x\n", ""},
+        {{"show", "@"}, 0, "Product: Workstation 5.5x, hardware version 4\n", ""},
         {{"show", "@"}, 0, "Guest: Microsoft Windows, Windows XP Professional (winXPPro)\nMemory: 256 MB\n", ""},
         {{"show", "@"}, 0, "  CD-ROM 1\tIDE 1:0, auto detect\tIDE 1:0\n", ""},
         {{"resave", "@", "--backup"}, 0, "", "Backup Made: Backup file created as: " + file + ".bak\n"},
@@ -57,8 +57,12 @@ TEST(CliSession, EachCommandReachesCore) {
         {{"nic", "@", "0", "--type", "e1000", "--connection", "VMnet3", "--mac", "00:50:56:3f:0a:0b"}, 0, "", ""},
         {{"set", "@", "--platform", "GSX Server", "--version", "2.5x", "--guest", "solaris10"}, 1, "",
          "Invalid Guest Operating System: GSX Server 2.5x does not offer Solaris guests"},
-        {{"set", "@", "--name", "Renamed", "--version", "5.0x", "--guest", "RHEL4"}, 0,
-         "Display name: Renamed\nProduct: Workstation 5.0x\nGuest: Linux, Red Hat Enterprise Linux 4 (rhel4)\n",
+        {{"set", "@", "--name", "Renamed", "--version", "5.0x", "--guest", "RHEL4"}, 1, "",
+         "Change of Product: Workstation 5.0x cannot hold everything this machine has:\n"
+         "- Network Adapter 1: Workstation 5.0x does not offer the adapter type \"e1000\"; becomes \"vlance\"\n"
+         "Change the machine to fit the new product?\nNothing was written; --yes accepts these changes.\n"},
+        {{"set", "@", "--name", "Renamed", "--version", "5.0x", "--guest", "RHEL4", "--yes"}, 0,
+         "Display name: Renamed\nProduct: Workstation 5.0x, hardware version 4\nGuest: Linux, Red Hat Enterprise Linux 4 (rhel4)\n",
          "Adapter Type Changed: Workstation 5.0x does not offer every network adapter type this machine used:\n"
          "Network Adapter 1: E1000 is now AMD Lance.\n"},
         {{"nic", "@", "0", "--mac", "00:50:56:40:00:00"}, 1, "", "Invalid Static MAC Address: The static MAC address range is "

@@ -99,17 +99,21 @@ TEST(BuilderSave, AsksBeforeWritingOverAMachineInUseAndTellsOfASaveInPlace) {
 TEST(BuilderSave, ANewerFileKeepsItsNumbersUntilAnotherVersionIsPicked) {
     ScratchDir dir;
     PromptScript script;
-    writeBytes(dir / "new.vmx", "config.version = \"8\"\r\nvirtualHW.version = \"19\"\r\nmemsize = \"2048\"\r\n");
+    writeBytes(dir / "new.vmx", "config.version = \"8\"\r\nvirtualHW.version = \"25\"\r\nmemsize = \"2048\"\r\n");
     auto b = openFile(dir / "new.vmx");
     auto* note = child<QLabel>(b.get(), "lblFormatNote");
-    EXPECT_EQ(note->isHidden() ? "" : note->text(), "written for virtual hardware version 19; saving keeps it");
+    EXPECT_EQ(child<QComboBox>(b.get(), "cboPlatformVersion")->currentText(), "17.5x") << "shown as the newest product";
+    EXPECT_EQ(child<QLabel>(b.get(), "lblProductHardware")->text(), "Workstation 17.5x, hardware version 25");
+    EXPECT_EQ(note->isHidden() ? "" : note->text(), "written for virtual hardware version 25; saving keeps it");
 
     ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboPlatformVersion"), "5.0x"));
     EXPECT_TRUE(note->isHidden());
+    EXPECT_EQ(child<QLabel>(b.get(), "lblProductHardware")->text(), "Workstation 5.0x, hardware version 4");
 }
 
 TEST(BuilderPages, GeneralListsFollowEachOtherAndTheSummaryFollows) {
     ScratchDir dir;
+    PromptScript script;
     auto b = newMachine("Lists", dir.path());
     auto* platform = child<QComboBox>(b.get(), "cboTargetPlatform");
     auto* version = child<QComboBox>(b.get(), "cboPlatformVersion");
@@ -120,16 +124,28 @@ TEST(BuilderPages, GeneralListsFollowEachOtherAndTheSummaryFollows) {
     EXPECT_EQ(version->currentText(), "3.x") << "a new platform starts on its latest version";
     ASSERT_TRUE(pick(version, "2.5x"));
     ASSERT_TRUE(pick(families, "Linux"));
-    ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboGuestVersions"), "Red Hat Enterprise Linux 3 (64 bit)"));
-    EXPECT_EQ(b->configuration().product.guestId, "rhel3-64");
-    EXPECT_EQ(summaries(b.get())[0], "GSX Server 2.5x, Red Hat Enterprise Linux 3 (64 bit)");
+    // GSX Server runs no 64-bit guests: the list offers none.
+    EXPECT_EQ(child<QComboBox>(b.get(), "cboGuestVersions")->findText("Red Hat Enterprise Linux 3 (64 bit)"), -1);
+    ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboGuestVersions"), "Red Hat Enterprise Linux 3"));
+    EXPECT_EQ(b->configuration().product.guestId, "rhel3");
+    EXPECT_EQ(summaries(b.get())[0], "GSX Server 2.5x, Red Hat Enterprise Linux 3");
 
-    // A family the chosen version lacks stays, with its guest, until another is chosen.
+    // A version that lacks the guest's family asks first: No keeps the product, Yes takes the
+    // guest to one the version offers.
     ASSERT_TRUE(pick(version, "3.x"));
     ASSERT_TRUE(pick(families, "Solaris"));
-    ASSERT_TRUE(pick(version, "2.5x"));
-    EXPECT_EQ(families->currentIndex(), -1);
+    script.clear();
+    script.answer(Answer::No);
+    pick(version, "2.5x");
+    EXPECT_EQ(said(script), QStringList{"Change of Product: GSX Server 2.5x cannot hold everything this machine has:\n"
+                                        "- Guest solaris6: GSX Server 2.5x does not offer it; becomes guest other\n"
+                                        "Change the machine to fit the new product?"});
+    EXPECT_EQ(version->currentText(), "3.x");
     EXPECT_EQ(b->configuration().product.guestId, "solaris6");
+    script.answer(Answer::Yes);
+    ASSERT_TRUE(pick(version, "2.5x"));
+    EXPECT_EQ(families->currentText(), "Other");
+    EXPECT_EQ(b->configuration().product.guestId, "other");
 
     child<QPlainTextEdit>(b.get(), "txtNotes")->setPlainText("first\nsecond");
     EXPECT_EQ(b->configuration().identity.notes, "first\r\nsecond");

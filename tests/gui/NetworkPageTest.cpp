@@ -74,11 +74,13 @@ TEST(NetworkPage, AddressesOffsetConnectionsAndTheTypeListFollowingTheVersion) {
     EXPECT_EQ(said(script), QStringList{"Invalid Address Offset: Must be numeric!"});
     EXPECT_EQ(page.nic(".generatedAddressOffset"), "-5");
 
-    // Workstation 5.0x has no E1000: the user is told and the adapter takes AMD Lance.
+    // Workstation 5.0x has no E1000: the change of product says so first, and the adapter takes AMD Lance.
     script.clear();
+    script.answer(Answer::Yes);
     ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboPlatformVersion"), "5.0x"));
-    EXPECT_EQ(said(script), QStringList{"Adapter Type Changed: Workstation 5.0x does not offer every network adapter type "
-                                        "this machine used:\nNetwork Adapter 1: E1000 is now AMD Lance."});
+    EXPECT_EQ(said(script), QStringList{"Change of Product: Workstation 5.0x cannot hold everything this machine has:\n"
+                                        "- Network Adapter 1: Workstation 5.0x does not offer the adapter type \"e1000\"; "
+                                        "becomes \"vlance\"\nChange the machine to fit the new product?"});
     EXPECT_EQ(page.nic(".virtualDev"), "vlance");
     chooseDevice(b.get(), DeviceType::Network);
     EXPECT_EQ(entries(types) << types->currentText(), QStringList({"AMD Lance", "VMXNet", "AMD Lance"}));

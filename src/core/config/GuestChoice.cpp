@@ -39,6 +39,13 @@ std::optional<Message> selectGuestById(VmConfiguration& config, std::string_view
         return refusal(productText(platform, version) + " does not offer " + std::string(guestFamilyName(guest->family)) +
                        " guests; it offers " + familyList(families) + ".");
     }
+    // A guest of an offered family that the product does not run (64-bit before Workstation
+    // 5.5, a guest of a later product, macOS or Arm elsewhere).
+    const GuestEntry& entry = guestVersions(guest->family)[static_cast<std::size_t>(guest->version)];
+    if (!guestOffered(config.figures(), guest->family, entry)) {
+        return refusal(productText(platform, version) + " does not offer the guest " + std::string(entry.identifier) + " (" +
+                       std::string(entry.name) + ").");
+    }
     config.selectGuest(guest->family, guest->version);
     return std::nullopt;
 }

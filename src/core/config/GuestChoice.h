@@ -12,7 +12,7 @@ namespace arden {
 
 // Sets the guest of `config` to `identifier` (any letter case, the older names included; the
 // list's own spelling is stored). Returns the refusal, and changes nothing, when the identifier
-// is not in the guest list or the product does not offer its family.
+// is not in the guest list or the product does not offer its family or the guest itself.
 std::optional<Message> selectGuestById(VmConfiguration& config, std::string_view identifier);
 
 }  // namespace arden

@@ -2,7 +2,9 @@
 
 namespace arden {
 
-DeviceMaxima deviceMaxima(const ProductFigures& f) { return DeviceMaxima{f.maxCpus, f.maxNics, f.maxScsiControllers}; }
+DeviceMaxima deviceMaxima(const ProductFigures& f) {
+    return DeviceMaxima{f.maxCpus, f.maxNics, f.maxScsiControllers, f.maxSerialPorts};
+}
 
 MemoryRange memoryRange(const ProductFigures& f) { return MemoryRange{f.memoryMinMb, f.memoryMaxMb}; }
 

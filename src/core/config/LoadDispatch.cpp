@@ -132,6 +132,7 @@ void Loader::dataLine(const Line& line) {
 
 void Loader::dispatch(const Line& line, const std::string& key, std::string_view value, bool readable) {
     if (std::find(std::begin(kManagedKeys), std::end(kManagedKeys), key) != std::end(kManagedKeys)) seenManaged_.insert(key);
+    noteProductHint(key, value);
     std::string_view prefix = std::string_view(key).substr(0, key.find('.'));
     std::optional<Owner> owner;
     std::string allowed;

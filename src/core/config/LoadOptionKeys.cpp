@@ -133,8 +133,7 @@ void Loader::checkProcessors() {
         return;
     }
     // The processor list cannot show it: the file's line stays, the editor shows one processor.
-    std::string product = std::string(platformName(c_.product.platform)) + " " +
-                          std::string(platformVersions(c_.product.platform)[static_cast<std::size_t>(c_.product.version)]);
+    const std::string product = productText(c_.product.platform, c_.product.version);
     unusable(line, "numvcpus", value, "1 to " + std::to_string(most) + " for " + product);
     consumed_.erase("numvcpus");
     held_.insert("numvcpus");

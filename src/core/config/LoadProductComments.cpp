@@ -1,6 +1,8 @@
-// The product a file was written for: the "# Platform" and "# Version" comment lines and the
-// two format numbers, which are kept as read until the user picks another target.
+// The product a file was written for: the "# Platform" and "# Version" comment lines, the
+// two format numbers (kept as read until the user picks another target) and, for a file
+// without the comment lines, the hardware version and the keys that mark an ESXi file.
 #include "core/config/VmxLoaderState.h"
+#include "core/hardware/DeviceKeys.h"
 #include "core/support/TextUtil.h"
 
 namespace arden::load {
@@ -31,9 +33,33 @@ void Loader::resolveProduct() {
         if (auto v = versionFromText(platform, text)) version = v;
         else keep(line);
     }
-    c_.product.platform = platform;
-    if (version) c_.product.version = *version;
-    else if (platform_) c_.product.version = lastVersion(platform);
+    if (version) {
+        c_.product.platform = platform;
+        c_.product.version = *version;
+        return;
+    }
+    // Otherwise the hardware version says which product wrote the file.
+    int hw = 0;
+    if (!parseInt32(c_.product.hwVersionAsRead, hw)) hw = 0;
+    if (auto product = productForFile(platform_, hw, esxFile())) {
+        c_.product.platform = product->platform;
+        c_.product.version = product->version;
+    }
+}
+
+void Loader::noteProductHint(const std::string& key, std::string_view value) {
+    if (value.find("/vmfs/") != std::string_view::npos ||
+        (key.ends_with(".filename") && value.starts_with("[")))
+        datastorePath_ = true;
+    if (key.starts_with("ethernet") && key.ends_with(".networkname")) networkName_ = true;
+    if (key.starts_with("ethernet") && key.ends_with(".connectiontype")) connectionType_ = true;
+    if (key == "virtualhw.productcompatibility" && equalsIgnoreCase(value, "hosted")) hostedMarker_ = true;
+}
+
+bool Loader::esxFile() const {
+    // Hosted products name host networks ("connectionType") even beside a "networkName", and
+    // older ESX files carry the hosted marker too, so a datastore path alone settles it.
+    return datastorePath_ || (networkName_ && !connectionType_ && !hostedMarker_);
 }
 
 void Loader::takeFormatNumber(const std::string& key, std::string_view value) {

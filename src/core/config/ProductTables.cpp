@@ -8,14 +8,18 @@
 namespace arden {
 namespace {
 
-constexpr std::array<std::string_view, kPlatformCount> kPlatformNames = {"GSX Server", "Workstation",
-                                                                         "Player", "Server"};
+constexpr std::array<std::string_view, kPlatformCount> kPlatformNames = {"GSX Server", "Workstation", "Player",
+                                                                         "Server",     "Fusion",      "ESXi"};
 
-constexpr std::string_view kGsxVersions[] = {"2.5x", "3.x"};
-constexpr std::string_view kWorkstationVersions[] = {"3.x", "4.0x", "4.5x", "5.0x", "5.5x"};
-constexpr std::string_view kOneVersion[] = {"1.x"};
+// One row of the product table: a platform, one of its versions and that version's figures.
+// Rows of a platform are in list order; the original nine targets come first.
+struct ProductRow {
+    int platform;
+    std::string_view version;
+    ProductFigures figures;
+};
 
-// Format numbers and limits per platform and version.
+// The original nine targets.
 //
 // config.version: 6 for Workstation 3.x (VMware's own config-version history names 6 "WS3"),
 // 7 for Workstation 4.x ("WS4.0.x"), 8 for Workstation 5.x and the products of its engine
@@ -34,108 +38,126 @@ constexpr std::string_view kOneVersion[] = {"1.x"};
 // on Workstation 3.x/4.x; four on GSX Server, whose adapters follow the server products.
 // SCSI controllers: four on the Workstation 5 generation, Player, Server and GSX Server 3.x;
 // one on Workstation 3.x/4.x and GSX Server 2.5x (a single BusLogic adapter); not published.
-struct FigureRow {
-    int platform;
-    int version;
-    ProductFigures figures;
+// 64-bit guests from Workstation 5.5, Player and Server 1.0; Solaris guests from GSX Server 3
+// and Workstation 4.5.
+constexpr ProductFigures original(int config, int hw, int memMax, int cpus, int nics, int scsi, bool guests64,
+                                  bool solaris) {
+    return ProductFigures{config, hw, 4, memMax, cpus, nics, scsi, 1, 4, ProductLine::Hosted, guests64, solaris};
+}
+
+// The hosted products of hardware version 6 and later (Workstation, Player, Fusion, Server 2):
+// config.version 8 and the default hardware version of each release (VMware KB 1003746 and
+// its copies; Workstation 17.0 = 20 and 17.5 = 21 as the Workstation 17 files of the corpus
+// and the Packer plugin show). Limits by hardware version (the products' guides):
+//   hw6-7   8 GB (Server 2 guide: 8 GB for hw6 and hw7), 2 processors (unconfirmed for
+//           hw6 and for Workstation 6.5, Fusion 2-3 and Server 2: the confirmed two of
+//           Workstation 5.5), Workstation 7 and Player 3: 8 processors (Workstation 7 notes)
+//   hw8-9   64 GB, 8 processors (Player 4 guide)
+//   hw10-16 64 GB, 16 processors (Workstation 10 notes); Fusion 10 and 11: 8 (Fusion guide)
+//   hw18-21 128 GB, 32 processors (Fusion 12.2 guide; Workstation 25H2 keeps the ceiling)
+// Ten network adapters from hw7 (Server 2 guide; taken for hw6 too), four SCSI controllers,
+// four serial ports; cores per socket up to the processor maximum; 64-bit guests everywhere.
+constexpr ProductFigures hosted(int hw, int memMaxMb, int cpus, bool mac = false, bool arm = false) {
+    return ProductFigures{8, hw, 4, memMaxMb, cpus, 10, 4, cpus, 4, ProductLine::Hosted, true, true, mac, arm};
+}
+
+// ESX/ESXi releases, each with the highest hardware version it runs (VMware's Go bindings,
+// KB 1003746) and that version's limits (vSphere "Hardware Features Available with Virtual
+// Machine Compatibility Settings"): memory, processors, cores per socket (64 where the tables
+// disagree between 64 and 128), 4 network adapters on hw4 and 10 later, four SCSI controllers,
+// four serial ports up to hw10 and 32 from hw11 (vCenter 6.0 table).
+constexpr ProductFigures esx(int hw, int memMaxGb, int cpus, int cores) {
+    return ProductFigures{8,     hw,    4,    memMaxGb * 1024, cpus, hw <= 4 ? 4 : 10, 4, cores, hw <= 10 ? 4 : 32,
+                          ProductLine::Esx, true, true, hw >= 8, false};
+}
+
+constexpr ProductRow kProducts[] = {
+    //                                          config hw memMax cpu nic scsi 64-bit Solaris
+    {kGsxServer, "2.5x", original(6, 3, 2048, 1, 4, 1, false, false)},
+    {kGsxServer, "3.x", original(7, 3, 3600, 1, 4, 4, false, true)},
+    {kWorkstation, "3.x", original(6, 3, 1024, 1, 3, 1, false, false)},
+    {kWorkstation, "4.0x", original(7, 3, 3600, 1, 3, 1, false, false)},
+    {kWorkstation, "4.5x", original(7, 3, 3600, 1, 3, 1, false, true)},
+    {kWorkstation, "5.0x", original(8, 4, 3600, 1, 3, 4, false, true)},
+    {kWorkstation, "5.5x", original(8, 4, 3600, 2, 3, 4, true, true)},
+    {kPlayer, "1.x", original(8, 4, 3600, 2, 3, 4, true, true)},
+    {kServer, "1.x", original(8, 4, 3600, 2, 3, 4, true, true)},
+    // Workstation 6.0 to 17.5
+    {kWorkstation, "6.0x", hosted(6, 8192, 2)},
+    {kWorkstation, "6.5x", hosted(7, 8192, 2)},
+    {kWorkstation, "7.x", hosted(7, 8192, 8)},
+    {kWorkstation, "8.x", hosted(8, 65536, 8)},
+    {kWorkstation, "9.x", hosted(9, 65536, 8)},
+    {kWorkstation, "10.x", hosted(10, 65536, 16)},
+    {kWorkstation, "11.x", hosted(11, 65536, 16)},
+    {kWorkstation, "12.x", hosted(12, 65536, 16)},
+    {kWorkstation, "14.x", hosted(14, 65536, 16)},
+    {kWorkstation, "15.x", hosted(16, 65536, 16)},
+    {kWorkstation, "16.x", hosted(18, 131072, 32)},
+    {kWorkstation, "16.2.x", hosted(19, 131072, 32)},
+    {kWorkstation, "17.0x", hosted(20, 131072, 32)},
+    {kWorkstation, "17.5x", hosted(21, 131072, 32)},
+    // Player 2.0 to 17.5 (Workstation Player from 12), each with its Workstation's engine
+    {kPlayer, "2.0x", hosted(6, 8192, 2)},
+    {kPlayer, "2.5x", hosted(7, 8192, 2)},
+    {kPlayer, "3.x", hosted(7, 8192, 8)},
+    {kPlayer, "4.x", hosted(8, 65536, 8)},
+    {kPlayer, "5.x", hosted(9, 65536, 8)},
+    {kPlayer, "6.x", hosted(10, 65536, 16)},
+    {kPlayer, "7.x", hosted(11, 65536, 16)},
+    {kPlayer, "12.x", hosted(12, 65536, 16)},
+    {kPlayer, "14.x", hosted(14, 65536, 16)},
+    {kPlayer, "15.x", hosted(16, 65536, 16)},
+    {kPlayer, "16.x", hosted(18, 131072, 32)},
+    {kPlayer, "16.2.x", hosted(19, 131072, 32)},
+    {kPlayer, "17.0x", hosted(20, 131072, 32)},
+    {kPlayer, "17.5x", hosted(21, 131072, 32)},
+    // Server 2
+    {kServer, "2.x", hosted(7, 8192, 2)},
+    // Fusion 1 to 13.5: macOS guests; Arm guests on Fusion 13
+    {kFusion, "1.x", hosted(6, 8192, 2, true)},
+    {kFusion, "2.x", hosted(7, 8192, 2, true)},
+    {kFusion, "3.x", hosted(7, 8192, 2, true)},
+    {kFusion, "4.x", hosted(8, 65536, 8, true)},
+    {kFusion, "5.x", hosted(9, 65536, 8, true)},
+    {kFusion, "6.x", hosted(10, 65536, 16, true)},
+    {kFusion, "7.x", hosted(11, 65536, 16, true)},
+    {kFusion, "8.x", hosted(12, 65536, 16, true)},
+    {kFusion, "10.x", hosted(14, 65536, 8, true)},
+    {kFusion, "11.x", hosted(16, 65536, 8, true)},
+    {kFusion, "12.x", hosted(18, 131072, 32, true)},
+    {kFusion, "12.2.x", hosted(19, 131072, 32, true)},
+    {kFusion, "13.0x", hosted(20, 131072, 32, true, true)},
+    {kFusion, "13.5x", hosted(21, 131072, 32, true, true)},
+    // ESX 3.5 to ESXi 8.0 U2            memory GB  cpus  cores
+    {kEsx, "3.5", esx(4, 64, 4, 1)},
+    {kEsx, "4.x", esx(7, 255, 8, 8)},
+    {kEsx, "5.0", esx(8, 1011, 32, 32)},
+    {kEsx, "5.1", esx(9, 1011, 64, 64)},
+    {kEsx, "5.5", esx(10, 1011, 64, 64)},
+    {kEsx, "6.0", esx(11, 4080, 128, 64)},
+    {kEsx, "6.5", esx(13, 6128, 128, 64)},
+    {kEsx, "6.7", esx(14, 6128, 128, 64)},
+    {kEsx, "6.7 U2", esx(15, 6128, 256, 64)},
+    {kEsx, "7.0", esx(17, 6128, 256, 64)},
+    {kEsx, "7.0 U1", esx(18, 24560, 768, 64)},
+    {kEsx, "7.0 U2", esx(19, 24560, 768, 64)},
+    {kEsx, "8.0", esx(20, 24560, 768, 256)},
+    {kEsx, "8.0 U2", esx(21, 24560, 768, 256)},
 };
 
-constexpr FigureRow kFigures[] = {
-    //                     config hw  memMin memMax cpu nic scsi
-    {kGsxServer, 0, {6, 3, 4, 2048, 1, 4, 1}},
-    {kGsxServer, 1, {7, 3, 4, 3600, 1, 4, 4}},
-    {kWorkstation, 0, {6, 3, 4, 1024, 1, 3, 1}},
-    {kWorkstation, 1, {7, 3, 4, 3600, 1, 3, 1}},
-    {kWorkstation, 2, {7, 3, 4, 3600, 1, 3, 1}},
-    {kWorkstation, 3, {8, 4, 4, 3600, 1, 3, 4}},
-    {kWorkstation, 4, {8, 4, 4, 3600, 2, 3, 4}},
-    {kPlayer, 0, {8, 4, 4, 3600, 2, 3, 4}},
-    {kServer, 0, {8, 4, 4, 3600, 2, 3, 4}},
-};
+// The rows of one platform, in list order.
+std::vector<const ProductRow*> rowsOf(int platform) {
+    std::vector<const ProductRow*> rows;
+    for (const ProductRow& r : kProducts) {
+        if (r.platform == platform) rows.push_back(&r);
+    }
+    return rows;
+}
 
-constexpr std::array<std::string_view, kGuestFamilyCount> kFamilyNames = {
-    "Microsoft Windows", "Linux", "NetWare", "Solaris", "Other"};
-
-// The guest table: one column per family, versions oldest first. The identifiers are the
-// "guestOS" values of the products of this era (VMware's guest-OS key map); 64-bit guests
-// need Workstation 5.5, Player or Server. Windows XP Professional is row 9 of the Windows
-// column, the guest a new machine starts with.
-constexpr GuestEntry kWindowsGuests[] = {
-    {"Windows 3.1", "win31", 32},
-    {"Windows 95", "win95", 64},
-    {"Windows 98", "win98", 64},
-    {"Windows Me", "winMe", 128},
-    {"Windows NT", "winNT", 128},
-    {"Windows 2000 Professional", "win2000Pro", 192},
-    {"Windows 2000 Server", "win2000Serv", 384},
-    {"Windows 2000 Advanced Server", "win2000AdvServ", 384},
-    {"Windows XP Home Edition", "winXPHome", 256},
-    {"Windows XP Professional", "winXPPro", 256},
-    {"Windows XP Professional x64 Edition", "winXPPro-64", 512},
-    {"Windows Server 2003 Web Edition", "winNetWeb", 384},
-    {"Windows Server 2003 Standard Edition", "winNetStandard", 384},
-    {"Windows Server 2003 Enterprise Edition", "winNetEnterprise", 384},
-    {"Windows Server 2003 Small Business", "winNetBusiness", 384},
-    {"Windows Server 2003 Standard x64 Edition", "winNetStandard-64", 512},
-    {"Windows Server 2003 Enterprise x64 Edition", "winNetEnterprise-64", 512},
-    {"Longhorn (experimental)", "longhorn", 512},
-};
-
-constexpr GuestEntry kLinuxGuests[] = {
-    {"Red Hat Linux", "redhat", 256},
-    {"Red Hat Enterprise Linux 2", "rhel2", 256},
-    {"Red Hat Enterprise Linux 3", "rhel3", 256},
-    {"Red Hat Enterprise Linux 3 (64 bit)", "rhel3-64", 512},
-    {"Red Hat Enterprise Linux 4", "rhel4", 256},
-    {"Red Hat Enterprise Linux 4 (64 bit)", "rhel4-64", 512},
-    {"SUSE Linux", "suse", 256},
-    {"SUSE Linux (64 bit)", "suse-64", 512},
-    {"SUSE Linux Enterprise Server", "sles", 256},
-    {"SUSE Linux Enterprise Server (64 bit)", "sles-64", 512},
-    {"Novell Linux Desktop 9", "nld9", 256},
-    {"Sun Java Desktop System", "sjds", 256},
-    {"Mandrake Linux", "mandrake", 256},
-    {"Turbolinux", "turbolinux", 256},
-    {"Ubuntu", "ubuntu", 256},
-    {"Ubuntu (64 bit)", "ubuntu-64", 512},
-    {"Other Linux", "otherlinux", 256},
-    {"Other Linux 2.4.x kernel", "other24xlinux", 256},
-    {"Other Linux 2.4.x kernel (64 bit)", "other24xlinux-64", 512},
-    {"Other Linux 2.6.x kernel", "other26xlinux", 256},
-    {"Other Linux 2.6.x kernel (64 bit)", "other26xlinux-64", 512},
-    {"Other Linux (64 bit)", "otherlinux-64", 512},
-};
-
-constexpr GuestEntry kNetWareGuests[] = {
-    {"Novell NetWare 4", "netware4", 256},
-    {"Novell NetWare 5.1", "netware5", 512},
-    {"Novell NetWare 6.x", "netware6", 512},
-};
-
-constexpr GuestEntry kSolarisGuests[] = {
-    {"Solaris 6", "solaris6", 256},
-    {"Solaris 7", "solaris7", 256},
-    {"Solaris 8", "solaris8", 512},
-    {"Solaris 9", "solaris9", 512},
-    {"Solaris 10", "solaris10", 512},
-    {"Solaris 10 (64 bit)", "solaris10-64", 512},
-};
-
-constexpr GuestEntry kOtherGuests[] = {
-    {"MS-DOS", "dos", 32},
-    {"OS/2", "os2", 128},
-    {"FreeBSD", "freeBSD", 256},
-    {"FreeBSD (64 bit)", "freeBSD-64", 256},
-    {"Other", "other", 256},
-    {"Other (64 bit)", "other-64", 256},
-};
-
-// Older identifiers the products still read, and the table entry each stands for.
-struct GuestAlias { std::string_view alias; std::string_view identifier; };
-constexpr GuestAlias kGuestAliases[] = {
-    {"nt4", "winNT"},      {"win2000", "win2000Pro"}, {"whistler", "winXPHome"},
-    {"linux", "otherlinux"}, {"os2experimental", "os2"},
-};
+// Order in which an opened file without a platform line looks for the product of its hardware
+// version: the hosted products first, Workstation leading, then ESXi.
+constexpr int kRecognitionOrder[] = {kWorkstation, kPlayer, kFusion, kServer, kGsxServer, kEsx};
 
 constexpr std::string_view kNicTypeNames[] = {"AMD Lance", "VMXNet", "E1000"};
 constexpr std::string_view kNicTypeValues[] = {"vlance", "vmxnet", "e1000"};
@@ -143,9 +165,6 @@ constexpr std::string_view kNicTypeValues[] = {"vlance", "vmxnet", "e1000"};
 constexpr std::string_view kNicConnections[] = {
     "VMnet0 (Bridged)", "VMnet1 (Host-Only)", "VMnet2", "VMnet3", "VMnet4",
     "VMnet5", "VMnet6", "VMnet7", "VMnet8 (NAT)", "VMnet9"};
-
-constexpr std::string_view kPlatformComments[] = {"# Platform = GSX Server", "# Platform = Workstation",
-                                                  "# Platform = Player", "# Platform = Server"};
 
 }  // namespace
 
@@ -158,17 +177,18 @@ std::optional<int> platformFromName(std::string_view name) {
     for (int p = 0; p < kPlatformCount; ++p) {
         if (equalsIgnoreCase(kPlatformNames[static_cast<std::size_t>(p)], name)) return p;
     }
+    if (equalsIgnoreCase(name, "ESX") || equalsIgnoreCase(name, "ESX/ESXi")) return kEsx;
     return std::nullopt;
 }
 
 std::span<const std::string_view> platformVersions(int platform) {
-    switch (platform) {
-        case kGsxServer: return kGsxVersions;
-        case kWorkstation: return kWorkstationVersions;
-        case kPlayer:
-        case kServer: return kOneVersion;
-        default: return {};
-    }
+    static const auto lists = [] {
+        std::array<std::vector<std::string_view>, kPlatformCount> l;
+        for (const ProductRow& r : kProducts) l[static_cast<std::size_t>(r.platform)].push_back(r.version);
+        return l;
+    }();
+    if (platform < 0 || platform >= kPlatformCount) return {};
+    return lists[static_cast<std::size_t>(platform)];
 }
 
 std::optional<int> versionFromText(int platform, std::string_view text) {
@@ -182,59 +202,61 @@ std::optional<int> versionFromText(int platform, std::string_view text) {
 int lastVersion(int platform) { return static_cast<int>(platformVersions(platform).size()) - 1; }
 
 std::optional<ProductFigures> productFigures(int platform, int version) {
-    for (const FigureRow& row : kFigures) {
-        if (row.platform == platform && row.version == version) return row.figures;
-    }
-    return std::nullopt;
+    const auto rows = rowsOf(platform);
+    if (version < 0 || static_cast<std::size_t>(version) >= rows.size()) return std::nullopt;
+    return rows[static_cast<std::size_t>(version)]->figures;
 }
 
 int newestHardwareVersion() {
     int newest = 0;
-    for (const FigureRow& row : kFigures) newest = std::max(newest, row.figures.virtualHwVersion);
+    for (const ProductRow& row : kProducts) newest = std::max(newest, row.figures.virtualHwVersion);
     return newest;
 }
 
-std::vector<int> offeredGuestFamilies(int platform, int version) {
-    // Solaris guests arrived with GSX Server 3 and Workstation 4.5.
-    bool solaris = !((platform == kGsxServer && version == 0) || (platform == kWorkstation && version <= 1));
-    std::vector<int> families{kFamilyWindows, kFamilyLinux, kFamilyNetWare};
-    if (solaris) families.push_back(kFamilySolaris);
-    families.push_back(kFamilyOther);
-    return families;
-}
-
-std::string_view guestFamilyName(int family) {
-    if (family < 0 || family >= kGuestFamilyCount) return {};
-    return kFamilyNames[static_cast<std::size_t>(family)];
-}
-
-std::span<const GuestEntry> guestVersions(int family) {
-    switch (family) {
-        case kFamilyWindows: return kWindowsGuests;
-        case kFamilyLinux: return kLinuxGuests;
-        case kFamilyNetWare: return kNetWareGuests;
-        case kFamilySolaris: return kSolarisGuests;
-        case kFamilyOther: return kOtherGuests;
-        default: return {};
+std::optional<ProductPosition> productForFile(std::optional<int> platform, int hw, bool esxFile) {
+    auto position = [](const ProductRow* row) {
+        const auto rows = rowsOf(row->platform);
+        return ProductPosition{row->platform, static_cast<int>(std::find(rows.begin(), rows.end(), row) - rows.begin())};
+    };
+    if (platform) {
+        // Hardware versions up to 4 (or none) stand for the platform's last version of that era,
+        // as they always have.
+        const int limit = std::max(hw, 4);
+        const auto rows = rowsOf(*platform);
+        const ProductRow* best = rows.front();
+        for (const ProductRow* r : rows) {
+            if (r->figures.virtualHwVersion <= limit) best = r;
+        }
+        return position(best);
     }
-}
-
-std::optional<GuestPosition> findGuest(std::string_view identifier) {
-    std::string_view wanted = identifier;
-    for (const GuestAlias& a : kGuestAliases) {
-        if (equalsIgnoreCase(a.alias, identifier)) wanted = a.identifier;
+    if (esxFile) {
+        for (const ProductRow* r : rowsOf(kEsx)) {
+            if (r->figures.virtualHwVersion >= hw) return position(r);
+        }
+        return position(rowsOf(kEsx).back());
     }
-    for (int f = 0; f < kGuestFamilyCount; ++f) {
-        auto rows = guestVersions(f);
-        for (std::size_t v = 0; v < rows.size(); ++v) {
-            if (equalsIgnoreCase(rows[v].identifier, wanted)) return GuestPosition{f, static_cast<int>(v)};
+    if (hw < 6) return std::nullopt;
+    if (hw > newestHardwareVersion()) return position(rowsOf(kWorkstation).back());
+    for (int p : kRecognitionOrder) {
+        for (const ProductRow* r : rowsOf(p)) {
+            if (r->figures.virtualHwVersion == hw) return position(r);
         }
     }
     return std::nullopt;
 }
 
+std::vector<int> offeredGuestFamilies(int platform, int version) {
+    const auto figures = productFigures(platform, version);
+    std::vector<int> families{kFamilyWindows, kFamilyLinux, kFamilyNetWare};
+    if (!figures || figures->solarisGuests) families.push_back(kFamilySolaris);
+    families.push_back(kFamilyOther);
+    return families;
+}
+
 bool e1000Offered(int platform, int version) {
-    return (platform == kWorkstation && version >= 4) || platform == kPlayer || platform == kServer;
+    // The products of the 64-bit era (Workstation 5.5, Player, Server and everything later).
+    const auto figures = productFigures(platform, version);
+    return figures && figures->guests64;
 }
 
 std::vector<std::string_view> nicTypeEntries(int platform, int version) {
@@ -262,9 +284,9 @@ std::optional<int> nicTypePosition(std::string_view value) {
 
 std::span<const std::string_view> nicConnectionEntries() { return kNicConnections; }
 
-std::string_view platformCommentLine(int platform) {
+std::string platformCommentLine(int platform) {
     if (platform < 0 || platform >= kPlatformCount) return {};
-    return kPlatformComments[platform];
+    return "# Platform = " + std::string(kPlatformNames[static_cast<std::size_t>(platform)]);
 }
 
 std::string productText(int platform, int version) {

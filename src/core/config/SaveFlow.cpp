@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <system_error>
 
+#include "core/config/ProductLimits.h"
 #include "core/config/VmxWriter.h"
 #include "core/support/AtomicFile.h"
 #include "core/support/TextUtil.h"
@@ -44,12 +45,14 @@ std::optional<Message> checkSave(const VmConfiguration& config) {
     if (config.identity.vmxFileName.empty() || config.identity.vmxFolder.empty()) {
         return Message{MessageKind::Warning, {TextPart::fromId(189)}, {TextPart::fromId(190)}};
     }
+    // Only products without PCI bridges (hardware versions 3 and 4) stop at five devices.
     int tally = pciDeviceTally(config);
-    if (tally > 6) {
+    if (config.figures().fivePciDevices() && tally > 6) {
         return Message{MessageKind::Critical,
                        {TextPart::fromId(186)},
                        {TextPart::fromId(187), TextPart::fixed(std::to_string(tally - 1)), TextPart::fromId(188)}};
     }
+    if (auto limits = checkProductLimits(config)) return limits;
     if (auto gap = encodingGap(config)) {
         return Message{MessageKind::Critical, {TextPart::fixed("Unable to Save")},
                        {TextPart::fixed("Not saved: " + gapText(config, *gap) + ".")}};

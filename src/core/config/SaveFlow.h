@@ -15,10 +15,11 @@ namespace arden {
 int pciDeviceTally(const VmConfiguration& config);
 
 // The checks run before anything is written: a file opened read-only (encrypted settings, an
-// unknown encoding) is never saved; file name and folder present ("Missing Data"),
-// at most five enabled PCI devices ("Too many virtual PCI Devices enabled"), every value held
-// by the file's encoding (the refusal names the character and the encoding). Returns the
-// refusal, or nothing when the save may go ahead.
+// unknown encoding) is never saved; file name and folder present ("Missing Data"), at most five
+// enabled PCI devices on a product of hardware version 3 or 4 ("Too many virtual PCI Devices
+// enabled"), the product's limits (checkProductLimits), every value held by the file's encoding
+// (the refusal names the character and the encoding). Returns the refusal, or nothing when the
+// save may go ahead.
 std::optional<Message> checkSave(const VmConfiguration& config);
 
 // The warning shown when a file is opened read-only (its settings are encrypted, its encoding

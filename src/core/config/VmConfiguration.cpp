@@ -20,7 +20,7 @@ VmConfiguration VmConfiguration::newMachine(const std::string& displayName, cons
 ProductFigures VmConfiguration::figures() const {
     if (auto f = productFigures(product.platform, product.version)) return *f;
     if (auto f = productFigures(product.platform, lastVersion(product.platform))) return *f;
-    return *productFigures(kWorkstation, lastVersion(kWorkstation));
+    return *productFigures(kWorkstation, ProductSettings{}.version);
 }
 
 std::string VmConfiguration::configVersionText() const {

@@ -134,6 +134,8 @@ private:
     bool productComment(const Line& line, std::string_view text);
     void resolveProduct();
     void takeFormatNumber(const std::string& key, std::string_view value);
+    void noteProductHint(const std::string& key, std::string_view value);
+    bool esxFile() const;
 
     VmConfiguration& c_;
     std::size_t omittedNotices_ = 0;
@@ -160,6 +162,12 @@ private:
 
     std::optional<int> platform_;
     std::vector<std::pair<Line, std::string>> versionComments_;  // "# Version = ..." lines and their text
+    // What tells an ESXi file from a hosted one: datastore paths, adapters on port groups
+    // ("networkName") rather than host networks ("connectionType"), the hosted marker.
+    bool datastorePath_ = false;
+    bool networkName_ = false;
+    bool connectionType_ = false;
+    bool hostedMarker_ = false;
 };
 
 }  // namespace arden::load

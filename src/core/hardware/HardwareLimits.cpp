@@ -5,13 +5,13 @@ namespace arden {
 bool canAddDevice(DeviceType type, int count, const DeviceMaxima& m) {
     const int diskNodes = 7 * m.scsiControllers + 3;
     switch (type) {
-        case DeviceType::Cpu: return count == m.cpus - 1;
+        case DeviceType::Cpu: return count == m.cpus - 1 || (count >= 1 && count < m.cpus);
         case DeviceType::Memory:
         case DeviceType::Sound:
         case DeviceType::Usb: return count == 0;
         case DeviceType::Floppy: return count < 2;
         case DeviceType::ParallelPort: return count < 3;
-        case DeviceType::SerialPort: return count < 4;
+        case DeviceType::SerialPort: return count < m.serialPorts;
         case DeviceType::Network: return m.nics >= 1 && count <= m.nics - 1;
         case DeviceType::IdeController: return count < 2;
         case DeviceType::ScsiController: return m.scsiControllers >= 1 && count <= m.scsiControllers - 1;

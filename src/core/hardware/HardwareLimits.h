@@ -17,6 +17,7 @@ struct DeviceMaxima {
     int cpus = 1;
     int nics = 0;
     int scsiControllers = 0;
+    int serialPorts = 4;
     bool operator==(const DeviceMaxima&) const = default;
 };
 
@@ -24,9 +25,11 @@ using DeviceCounts = std::array<int, kDeviceTypeCount>;  // DeviceStore::counts(
 
 // Whether one more device of `type` may be added to a machine that has `count` of them:
 //   CPU            count == CPU maximum - 1 (an equality on purpose: a maximum of 2 offers a
-//                  CPU only at count 1, a maximum of 1 only at count 0)
+//                  CPU only at count 1, a maximum of 1 only at count 0), or 1 <= count < maximum
+//                  (the products with more than two processors offer one more up to the maximum)
 //   Memory, Sound Adapter, USB Controller: count 0;  Display, Mouse: count < 1
-//   Floppy Drive < 2, Parallel Port < 3, Serial Port < 4, IDE Controller < 2
+//   Floppy Drive < 2, Parallel Port < 3, Serial Port < serial maximum (4 on hosted products),
+//   IDE Controller < 2
 //   Network Adapter   NIC maximum >= 1 and count <= NIC maximum - 1
 //   SCSI Controller   SCSI maximum >= 1 and count <= SCSI maximum - 1
 //   Hard Disk, DVD/CD-ROM Drive   count <= 7 x SCSI maximum + 3 (four IDE nodes, seven per

@@ -39,6 +39,7 @@ Builder::Builder(QWidget* parent) : QWidget(parent) {
 
     connect(options_, &OptionsPanel::edited, this, &Builder::pageEdited);
     connect(options_, &OptionsPanel::displayNameChanged, this, &Builder::displayNameChanged);
+    connect(options_, &OptionsPanel::machineFitted, this, [this] { hardware_->fill(); });
     connect(hardware_, &HardwareListPanel::edited, this, [this] { setChangesPending(true); });
 
     auto* layout = new QVBoxLayout(this);

@@ -9,6 +9,7 @@
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
+#include "core/config/ProductLimits.h"
 #include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
 
@@ -16,6 +17,7 @@ namespace arden::gui {
 namespace {
 
 constexpr int kFolderPickerTitleId = 227;  // "Folder for the Virtual Machine"
+constexpr int kHardwareVersionId = 367;    // ", hardware version "
 
 // Notes are held with CR LF line breaks, as the file stores them; the text box uses LF.
 QString notesForDisplay(const std::string& notes) {
@@ -66,6 +68,10 @@ GeneralPage::GeneralPage(VmConfiguration& config, QWidget* parent) : OptionPage(
     cboPlatformVersion_ = named<QComboBox>("cboPlatformVersion", fraGeneral);
     addCaptionedRow(productForm, captions_, "lblTargetPlatform", 212, cboTargetPlatform_);
     addCaptionedRow(productForm, captions_, "lblPlatformVersion", 217, cboPlatformVersion_);
+    // The product and the hardware version the file is written with ("Workstation 16.2.x,
+    // hardware version 19").
+    lblProductHardware_ = named<QLabel>("lblProductHardware", fraGeneral);
+    productForm->addRow(lblProductHardware_);
     // One line about an opened file newer than any target: its numbers are kept on saving.
     lblFormatNote_ = named<QLabel>("lblFormatNote", fraGeneral);
     lblFormatNote_->setWordWrap(true);
@@ -116,12 +122,16 @@ void GeneralPage::fillPage() {
 }
 
 void GeneralPage::showFormatNote() {
+    lblProductHardware_->setText(QString::fromStdString(productText(config_.product.platform, config_.product.version)) +
+                                 uiText(kHardwareVersionId, languageOffset()) +
+                                 QString::fromStdString(config_.hwVersionText()));
     const QString note = QString::fromStdString(formatNote(config_));
     lblFormatNote_->setText(note);
     lblFormatNote_->setVisible(!note.isEmpty());
 }
 
 void GeneralPage::relabelPage() {
+    showFormatNote();
     for (int i = 0; i < cboGuestFamilies_->count(); ++i)
         cboGuestFamilies_->setItemText(i, uiText(guestFamilyNameId(cboGuestFamilies_->itemData(i).toInt()), languageOffset()));
 }
@@ -152,50 +162,87 @@ void GeneralPage::fillFamilies() {
 }
 
 void GeneralPage::fillGuestVersions(int family, int select) {
+    // Only the guests the product offers are listed; each entry holds its place in the guest
+    // table. A stored guest the product does not offer stays in the model, unselected here.
     const QSignalBlocker quiet(cboGuestVersions_);
     cboGuestVersions_->clear();
-    for (const GuestEntry& g : guestVersions(family))
-        cboGuestVersions_->addItem(QString::fromUtf8(g.name.data(), static_cast<int>(g.name.size())));
-    cboGuestVersions_->setCurrentIndex(select >= 0 && select < cboGuestVersions_->count() ? select : -1);
+    const ProductFigures figures = config_.figures();
+    const auto rows = guestVersions(family);
+    for (std::size_t v = 0; v < rows.size(); ++v) {
+        const GuestEntry& g = rows[v];
+        if (guestOffered(figures, family, g))
+            cboGuestVersions_->addItem(QString::fromUtf8(g.name.data(), static_cast<int>(g.name.size())), static_cast<int>(v));
+    }
+    cboGuestVersions_->setCurrentIndex(cboGuestVersions_->findData(select));
+}
+
+int GeneralPage::firstOfferedGuest(int family) const {
+    const ProductFigures figures = config_.figures();
+    const auto rows = guestVersions(family);
+    for (std::size_t v = 0; v < rows.size(); ++v) {
+        if (guestOffered(figures, family, rows[v])) return static_cast<int>(v);
+    }
+    return 0;
+}
+
+void GeneralPage::chooseProduct(int platform, int version) {
+    // Everything the new product cannot hold is listed before anything changes: devices over
+    // its limits refuse the change, the rest is fitted when the user agrees. Refused or
+    // declined, the lists show the machine's product again.
+    if (filling()) return;
+    const RetargetPlan plan = planRetarget(config_, platform, version);
+    bool declined = false;
+    if (plan.refusal) {
+        showMessage(this, *plan.refusal, languageOffset());
+        declined = true;
+    } else if (plan.question) {
+        declined = showMessage(this, *plan.question, languageOffset()) != Answer::Yes;
+    }
+    if (declined) {
+        const QSignalBlocker quiet(cboTargetPlatform_);
+        cboTargetPlatform_->setCurrentIndex(config_.product.platform);
+        fillVersions(true);
+        return;
+    }
+    // The file's own format numbers give way to the new target's.
+    store([&](VmConfiguration& c) {
+        retargetAndFit(c, platform, version);
+        fillVersions(true);
+        fillFamilies();
+        fillGuestVersions(c.product.guestFamily, c.product.guestVersion);
+        showFormatNote();
+        // The hardware list shows the fitted devices before the edit is reported.
+        if (plan.question) emit machineFitted();
+    });
 }
 
 void GeneralPage::platformChosen(int index) {
-    if (index < 0) return;
     // The refilled version list starts on the platform's latest version, as a new machine for
     // that platform would, and the families follow it.
-    // The file's own format numbers give way to the new target's.
-    store([&](VmConfiguration& c) {
-        c.retarget(index, lastVersion(index));
-        fillVersions(true);
-        fillFamilies();
-        showFormatNote();
-    });
+    if (index >= 0) chooseProduct(index, lastVersion(index));
 }
 
 void GeneralPage::versionChosen(int index) {
-    if (index < 0) return;
-    store([&](VmConfiguration& c) {
-        c.retarget(c.product.platform, index);
-        fillFamilies();
-        showFormatNote();
-    });
+    if (index >= 0) chooseProduct(config_.product.platform, index);
 }
 
 void GeneralPage::familyChosen(int index) {
     if (index < 0) return;
-    // The new family's first version is chosen, so the model's guest identifier always
+    // The new family's first offered version is chosen, so the model's guest identifier always
     // belongs to the family shown.
     const int family = cboGuestFamilies_->itemData(index).toInt();
+    const int first = firstOfferedGuest(family);
     store([&](VmConfiguration& c) {
-        c.selectGuest(family, 0);
-        fillGuestVersions(family, 0);
+        c.selectGuest(family, first);
+        fillGuestVersions(family, first);
     });
 }
 
 void GeneralPage::guestVersionChosen(int index) {
     if (index < 0) return;
-    // The list always holds the versions of the model's family.
-    store([&](VmConfiguration& c) { c.selectGuest(c.product.guestFamily, index); });
+    // The list always holds offered versions of the model's family, each with its table place.
+    const int version = cboGuestVersions_->itemData(index).toInt();
+    store([&](VmConfiguration& c) { c.selectGuest(c.product.guestFamily, version); });
 }
 
 void GeneralPage::browseVmxFolder() {

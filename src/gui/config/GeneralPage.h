@@ -18,12 +18,16 @@ public:
 signals:
     // The user changed the display name (the main window retitles the editor's tab).
     void displayNameChanged(const QString& name);
+    // A change of product changed the machine's memory, processors or adapters to fit it.
+    void machineFitted();
 
 protected:
     void fillPage() override;
     void relabelPage() override;
 
 private:
+    void chooseProduct(int platform, int version);
+    int firstOfferedGuest(int family) const;
     void platformChosen(int index);
     void versionChosen(int index);
     void familyChosen(int index);
@@ -42,6 +46,7 @@ private:
     QComboBox* cboGuestFamilies_;
     QComboBox* cboGuestVersions_;
     QPlainTextEdit* txtNotes_;
+    QLabel* lblProductHardware_;
     QLabel* lblFormatNote_;
 };
 

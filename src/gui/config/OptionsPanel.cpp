@@ -29,6 +29,7 @@ OptionsPanel::OptionsPanel(VmConfiguration& config, QWidget* parent) : QWidget(p
 
     auto* general = new GeneralPage(config, nullptr);
     connect(general, &GeneralPage::displayNameChanged, this, &OptionsPanel::displayNameChanged);
+    connect(general, &GeneralPage::machineFitted, this, &OptionsPanel::machineFitted);
     pages_ = {general,
               new PowerPage(config, nullptr),
               new SharedFoldersPage(config, nullptr),

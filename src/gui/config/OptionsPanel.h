@@ -35,6 +35,7 @@ signals:
     // A page changed the model.
     void edited();
     void displayNameChanged(const QString& name);
+    void machineFitted();
 
 private:
     void fitListToSummaries();

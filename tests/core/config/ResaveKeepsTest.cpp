@@ -19,9 +19,9 @@ bool noticed(const LoadResult& r, int line, std::string_view words) {
 }  // namespace
 
 TEST(ResaveFormatNumbers, KeptUntilTheTargetChanges) {
-    LoadResult r = parseIn("config.version = \"8\"\nvirtualHW.version = \"19\"\nmemsize = \"4096\"\n");
-    EXPECT_EQ(formatNote(r.config), "written for virtual hardware version 19; saving keeps it");
-    EXPECT_NE(writeVmxText(r.config).find("# Platform = Workstation\r\n# Version = 5.5x\r\nconfig.version = \"8\"\r\nvirtualHW.version = \"19\"\r\n"),
+    LoadResult r = parseIn("config.version = \"8\"\nvirtualHW.version = \"25\"\nmemsize = \"4096\"\n");
+    EXPECT_EQ(formatNote(r.config), "written for virtual hardware version 25; saving keeps it");
+    EXPECT_NE(writeVmxText(r.config).find("# Platform = Workstation\r\n# Version = 17.5x\r\nconfig.version = \"8\"\r\nvirtualHW.version = \"25\"\r\n"),
               std::string::npos);
     LoadResult old = parseIn("config.version = \"7\"\nvirtualHW.version = \"3\"\n");
     EXPECT_EQ(formatNote(old.config), "") << "older than the newest target: nothing to say";

@@ -67,10 +67,10 @@ TEST(VmxWriter, IdentityLines) {
     c.identity.notes.clear();
     while (c.devices.count(DeviceType::Cpu) > 0) c.devices.remove(DeviceType::Cpu, c.devices.devices(DeviceType::Cpu)[0].identifier);
     c.product.platform = kPlayer;
-    c.product.version = 1;  // a version the platform does not have stands for its latest
+    c.product.version = 99;  // a version the platform does not have stands for its latest
     text = writeVmxText(c);
     for (const char* key : {"annotation", "numvcpus", "paevm"}) EXPECT_EQ(text.find(key), std::string::npos) << key;
-    EXPECT_NE(text.find("# Platform = Player\r\n# Version = 1.x\r\nconfig.version = \"8\""), std::string::npos);
+    EXPECT_NE(text.find("# Platform = Player\r\n# Version = 17.5x\r\nconfig.version = \"8\""), std::string::npos);
 }
 
 TEST(VmxWriter, OptionsAndTheirInvertedKeys) {

@@ -31,7 +31,7 @@ DeviceCounts counts(std::initializer_list<std::pair<DeviceType, int>> given) {
 TEST(AddHardwareOffers, PlatformWithOneScsiControllerAndTwoCpus) {
     // Workstation 4.5x: one SCSI controller, three adapters; one CPU.
     const DeviceMaxima ws45 = maximaOf(1, 2);
-    ASSERT_EQ(ws45, (DeviceMaxima{1, 3, 1}));
+    ASSERT_EQ(ws45, (DeviceMaxima{1, 3, 1, 4}));
     EXPECT_EQ(offered(counts({}), ws45),
               "CPU, Memory, Floppy Drive, Parallel Port, Serial Port, Sound Adapter, Network Adapter, USB Controller, "
               "IDE Controller, SCSI Controller, Hard Disk, DVD/CD-ROM Drive, Generic SCSI Device, Display, Mouse");
@@ -55,6 +55,20 @@ TEST(AddHardwareOffers, PlatformWithOneScsiControllerAndTwoCpus) {
     ASSERT_EQ(ws55.cpus, 2);
     for (auto [cpus, offeredCpu] : {std::pair{0, false}, {1, true}, {2, false}})
         EXPECT_EQ(canAddDevice(DeviceType::Cpu, cpus, ws55), offeredCpu) << cpus;
+}
+
+TEST(AddHardwareOffers, ModernProductsUpToTheirRowsMaxima) {
+    // Workstation 17.5x: 32 processors, ten adapters, four serial ports; ESXi 6.0: 32 serial ports.
+    const DeviceMaxima ws17 = maximaOf(kWorkstation, *versionFromText(kWorkstation, "17.5x"));
+    for (auto [cpus, offeredCpu] : {std::pair{1, true}, {16, true}, {31, true}, {32, false}})
+        EXPECT_EQ(canAddDevice(DeviceType::Cpu, cpus, ws17), offeredCpu) << cpus;
+    EXPECT_TRUE(canAddDevice(DeviceType::Network, 9, ws17));
+    EXPECT_FALSE(canAddDevice(DeviceType::Network, 10, ws17));
+    EXPECT_FALSE(canAddDevice(DeviceType::SerialPort, 4, ws17));
+    const DeviceMaxima esx60 = maximaOf(kEsx, *versionFromText(kEsx, "6.0"));
+    EXPECT_TRUE(canAddDevice(DeviceType::SerialPort, 31, esx60));
+    EXPECT_FALSE(canAddDevice(DeviceType::SerialPort, 32, esx60));
+    EXPECT_EQ(addHardwareInfo(DeviceType::Network, 10, ws17).okEnabled, false);
 }
 
 TEST(AddHardwareOffers, PlatformWithoutScsiOrAdapters) {
