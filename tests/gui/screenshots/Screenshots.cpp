@@ -113,6 +113,7 @@ void saveDiskWindows(QWidget* window, const QString& folder) {
     preset.adapter = DiskAdapter::LsiLogic;
     arden::gui::frmCreateHD create(preset, window);
     create.findChild<QLineEdit*>("txtNewDisk")->setText("WinXPPro-data");
+    create.findChild<QLineEdit*>("txtFolder")->setText(QString::fromStdString(kNeutralFolder + "/WinXP"));  // shown only
     create.show();
     create.adjustSize();
     save(&create, "create-disk");
@@ -133,6 +134,7 @@ void saveDiskWindows(QWidget* window, const QString& folder) {
     createDisk(data);
     DiskReadResult read = readDiskInformation(data.descriptorPath);
     if (!read.information) return;
+    read.information->folder = kNeutralFolder + "/WinXP";  // the user's folder, not the scratch copy
     arden::Message summary = diskSummaryMessage(*read.information, DiskBus::Scsi);
     QMessageBox box(QMessageBox::Information, arden::gui::uiText(summary.title, 0), arden::gui::uiText(summary.text, 0),
                     QMessageBox::Ok, window);
