@@ -180,16 +180,22 @@ TEST(DevicePages, ListsDoNotStretchAndNamesAreNotCut) {
     ScratchDir dir;
     PromptScript script;
     std::string text = "config.version = \"8\"\r\nvirtualHW.version = \"4\"\r\ndisplayName = \"Wide\"\r\nmemsize = \"128\"\r\n";
-    text += "serial1000.present = \"TRUE\"\r\nserial1000.fileType = \"file\"\r\nserial1000.fileName = \"com.txt\"\r\n";
+    text += "ethernet999.present = \"TRUE\"\r\nserial1000.present = \"TRUE\"\r\n";
     writeBytes(dir / "wide.vmx", text);
     auto b = openFile(dir / "wide.vmx");
-    showHardware(b.get(), {1920, 1080});
+    showHardware(b.get(), {800, 600});
     auto* list = child<QTreeWidget>(b.get(), "lvwHardwareList");
-    QTreeWidgetItem* port = chooseDevice(b.get(), DeviceType::SerialPort);
-    ASSERT_TRUE(port);
-    EXPECT_EQ(port->text(0), "Serial Port 1001");
-    EXPECT_GE(list->columnWidth(0), list->fontMetrics().horizontalAdvance(port->text(0)) + list->iconSize().width())
-        << "the name fits its column";
+    QStringList names;
+    for (DeviceType type : {DeviceType::Network, DeviceType::SerialPort}) {
+        QTreeWidgetItem* item = chooseDevice(b.get(), type);
+        ASSERT_TRUE(item);
+        const QRect shown = list->visualItemRect(item);
+        names << item->text(0);
+        EXPECT_GE(list->columnWidth(0), list->fontMetrics().horizontalAdvance(item->text(0)) + list->iconSize().width() + 8)
+            << item->text(0) << " fits its column (" << shown.width() << ")";
+    }
+    EXPECT_EQ(names, QStringList({"Network Adapter 1000", "Serial Port 1001"}));
+    showHardware(b.get(), {1920, 1080});
     QStringList wide;
     for (int type = 0; type < kDeviceTypeCount; ++type) {
         if (!chooseDevice(b.get(), *deviceTypeFromNumber(type))) continue;

@@ -66,7 +66,7 @@ constexpr const char* kEveryDevice =
     "floppy0.fileName = \"/srv/images/boot.flp\"\r\nserial0.present = \"TRUE\"\r\nserial0.fileType = \"pipe\"\r\n"
     "serial0.fileName = \"/tmp/com1\"\r\nserial0.pipe.endPoint = \"server\"\r\nparallel0.present = \"TRUE\"\r\n"
     "parallel0.fileType = \"device\"\r\nparallel0.fileName = \"/dev/parport0\"\r\nparallel0.bidirectional = \"TRUE\"\r\n"
-    "ethernet0.present = \"TRUE\"\r\nethernet0.connectionType = \"nat\"\r\nsound.present = \"TRUE\"\r\n"
+    "ethernet0.present = \"TRUE\"\r\nethernet0.connectionType = \"nat\"\r\nsound.present = \"TRUE\"\r\nsound.virtualDev = \"es1371\"\r\n"
     "usb.present = \"TRUE\"\r\nscsi0.present = \"TRUE\"\r\nscsi0.virtualDev = \"lsilogic\"\r\n"
     "scsi0:0.present = \"TRUE\"\r\nscsi0:0.fileName = \"Data.vmdk\"\r\nscsi0:1.present = \"TRUE\"\r\n"
     "scsi0:1.deviceType = \"scsi-passthru\"\r\nscsi0:1.fileName = \"/dev/sg1\"\r\nsvga.maxWidth = \"1600\"\r\n"
