@@ -29,9 +29,11 @@ int runOption(Args args);
 // Virtual disks (DiskCommands.cpp)
 int runDisk(Args args);
 
-// Hardware: device add | remove | node, memory (DeviceCommands.cpp)
+// Hardware: device add | remove | node, memory, sound (DeviceCommands.cpp)
 int runDevice(Args args);
 int runMemory(Args args);
+// The sound adapter's type: sound (DeviceCommands.cpp)
+int runSound(Args args);
 
 // Network adapters and shared folders: nic, share add | remove | list (NetworkCommands.cpp)
 int runNic(Args args);

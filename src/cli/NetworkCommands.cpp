@@ -137,6 +137,7 @@ int runShareAdd(Args args) {
 }
 
 int runShareRemove(Args args) {
+    const bool yes = takeFlag(args, "--yes");
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 2) return usageError("share remove needs a FILE and a NAME");
     auto config = loadConfiguration(args[0]);
@@ -146,7 +147,7 @@ int runShareRemove(Args args) {
     for (auto f = folders.begin(); f != folders.end(); ++f) {
         if (f->name == args[1]) {
             folders.erase(f);
-            return saveEditedConfiguration(args[0], *config);
+            return saveEditedConfiguration(args[0], *config, yes);
         }
         names += (names.empty() ? "\"" : ", \"") + f->name + "\"";
     }
@@ -169,6 +170,7 @@ int runShareList(Args args) {
 }  // namespace
 
 int runNic(Args args) {
+    const bool yes = takeFlag(args, "--yes");
     if (args.size() < 2 || args[0].starts_with("--") || args[1].starts_with("--"))
         return usageError("nic needs a FILE and an adapter number N (ethernetN)");
     int number = -1;
@@ -183,7 +185,7 @@ int runNic(Args args) {
         return refuse("No Such Adapter", file + " has no network adapter ethernet" + std::to_string(number) + "; " +
                                              adapterNames(config->devices) + ".");
     if (int rc = editAdapter(*config, *nic, args); rc != Success) return rc;
-    return saveEditedConfiguration(file, *config);
+    return saveEditedConfiguration(file, *config, yes);
 }
 
 int runShare(Args args) {

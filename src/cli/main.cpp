@@ -36,7 +36,9 @@ const Command kCommands[] = {
     {"resave", arden::cli::runResave,
      "resave FILE [--output OUT] [--backup] [--yes]\n"
      "      Load FILE and write it back (to OUT when given); --backup first copies FILE to FILE.bak.\n"
-     "      A machine in use (a NAME.vmx.lck beside it) or a read-only file is written only with --yes."},
+     "      A machine in use (a NAME.vmx.lck beside it), a read-only file or two network adapters\n"
+     "      with one static address are asked about, as the desktop program asks: the question is\n"
+     "      answered No (nothing is written) unless --yes. Every command that saves takes --yes."},
     {"check", arden::cli::runCheck,
      "check FILE\n"
      "      Load FILE and run the save checks without writing."},
@@ -58,24 +60,30 @@ const Command kCommands[] = {
      "      hard|soft, \"when-powering-off\" keep|revert|take-new|ask ...), a folder for\n"
      "      \"log-folder\". FILE is copied to FILE.bak first."},
     {"device", arden::cli::runDevice,
-     "device add FILE TYPE [--node NODE] [--file PATH]\n"
+     "device add FILE TYPE [--node NODE] [--file PATH] [--yes]\n"
      "      Add a device of TYPE (its English name, e.g. \"Hard Disk\", \"DVD/CD-ROM Drive\",\n"
      "      \"Serial Port\") within the machine's limits and print its entry and node. A disk-like\n"
      "      device takes NODE (e.g. \"IDE 1:0\") or the first free node, IDE before SCSI; --file\n"
      "      points it at a disk, image, output file or host device (needed for \"Hard Disk\" and\n"
-     "      \"Generic SCSI Device\").\n"
-     "  device remove FILE ENTRY\n"
+     "      \"Generic SCSI Device\"). An added network adapter gets a generated address and offset\n"
+     "      as VMware numbers them.\n"
+     "  device remove FILE ENTRY [--yes]\n"
      "      Remove the hardware entry whose text is ENTRY (e.g. \"CD-ROM 1\").\n"
-     "  device node FILE ENTRY NODE\n"
+     "  device node FILE ENTRY NODE [--yes]\n"
      "      Put ENTRY on NODE; a disk-like device holding NODE moves to the first free node.\n"
      "      Each edit first copies FILE to FILE.bak; notices are printed and the command goes on."},
     {"memory", arden::cli::runMemory,
-     "memory FILE MB\n"
+     "memory FILE MB [--yes]\n"
      "      Set the memory within the range of the machine's product and version, rounded down\n"
      "      to a multiple of 4 MB; FILE is copied to FILE.bak first."},
+    {"sound", arden::cli::runSound,
+     "sound FILE es1371|sb16|sb16-synth [--yes]\n"
+     "      Set the sound adapter's type: ES1371, SB16, or SB16 with the OPL3/Yamaha synthesiser\n"
+     "      (sound.virtualDev, and sound.synth.operational for the synthesiser); FILE is copied\n"
+     "      to FILE.bak first."},
     {"nic", arden::cli::runNic,
      "nic FILE N [--type vlance|vmxnet|e1000] [--connection bridged|hostonly|nat|VMnetK]\n"
-     "           [--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no]\n"
+     "           [--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no] [--yes]\n"
      "      Edit network adapter N (ethernetN, from 0): a type the product offers, the connection\n"
      "      (VMnet0 to VMnet9 for a custom network), a generated address or a static one in\n"
      "      00:50:56:00:00:00-00:50:56:3F:FF:FF, the offset of a generated address (a 32-bit\n"
@@ -85,7 +93,7 @@ const Command kCommands[] = {
      "      Share host folder HOSTPATH with the guest as NAME. A folder missing on this computer\n"
      "      is asked about and the question answered No unless --yes (which also converts a file\n"
      "      whose encoding cannot hold NAME or HOSTPATH to UTF-8).\n"
-     "  share remove FILE NAME\n"
+     "  share remove FILE NAME [--yes]\n"
      "  share list FILE\n"
      "      Remove a share, or print the shares one a line: name, host folder and attributes,\n"
      "      tab-separated. Each edit first copies FILE to FILE.bak."},

@@ -67,8 +67,9 @@ TEST(CliDisk, TheLargeFlatDiskQuestionNeedsYes) {
     auto no = runCli(args);
     EXPECT_EQ(no.exitCode, 1);
     EXPECT_EQ(no.err,
-              "Disk larger than 1.99Gb: Warning - you need to have double this size available on your hard drive for temporary "
-              "files.  Also, the append operation will be slow.  Do you want to continue?\n"
+              "Disk larger than 1.99Gb: A single file larger than 2 GB cannot be kept on a host file system that limits the "
+              "size of a file (FAT32 holds at most 4 GB).  \"Preallocated virtual disk, split into files\" makes pieces of 2 GB.  "
+              "Do you want to continue?\n"
               "Answered No (give --yes to answer Yes): nothing was created.\n");
     args.push_back("--yes");
     auto yes = runCli(args, "ulimit -f 2048; trap '' XFSZ;");

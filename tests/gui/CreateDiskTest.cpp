@@ -35,6 +35,8 @@ TEST(CreateDiskDialog, ChecksInOrderAndQuestionsAnsweredNoCreateNothing) {
     struct Case { const char *name, *adapter, *size, *unit, *type; std::int64_t ideMaximum; QString shown; };
     const Case cases[] = {
         {"a", "optAdaptIde", "204799", "optSizeSectors", "optTypeGrowSplit", 0, "Invalid Disk Size: Disk Size too small!  Minimum Size is 100 Mb"},
+        {"", "optAdaptIde", "100", "optSizeMb", "optTypeGrowSplit", 0,
+         "Invalid Disk Name: The new disk has no name: type one in Disk Name (\".vmdk\" is added to it)."},
         {"b", "optAdaptIde", "204800", "optSizeSectors", "optTypeGrowSplit", 0, ""},
         {"i\"q", "optAdaptIde", "ten", "optSizeMb", "optTypeGrowSplit", 0,
          "Invalid Disk Name: The disk name \"i\"q.vmdk\" cannot be used: it holds a double quote (\"), which ends the name inside the descriptor."},
@@ -102,6 +104,32 @@ TEST(CreateDiskDialog, CancelDuringAPreallocationLeavesNoFile) {
     EXPECT_EQ(filesIn(dir.path()), QStringList{});
     EXPECT_NE(dialog.result(), QDialog::Accepted) << "the dialog stays open after a cancel";
     EXPECT_TRUE(script.messages().empty());
+}
+
+}  // namespace
+}  // namespace arden::gui::test
+
+namespace arden::gui::test {
+namespace {
+
+// Opened for a disk on a node, the dialog warns while the chosen adapter is of the other bus.
+TEST(CreateDiskDialog, AnAdapterOfTheOtherBusThanTheNodeIsWarnedOf) {
+    const QString scsiNode = "Warning - the disk's node is on a SCSI controller, but the IDE adapter is chosen: the disk will not match its controller.";
+    const QString ideNode = "Warning - the disk's node is on an IDE controller, but a SCSI adapter is chosen: the disk will not match its controller.";
+    QStringList seen;
+    for (disks::DiskBus bus : {disks::DiskBus::Scsi, disks::DiskBus::Ide}) {
+        CreateDiskRequest preset;
+        preset.nodeBus = bus;
+        frmCreateHD dialog(preset);
+        auto* warning = child<QLabel>(&dialog, "lblAdapterWarning");
+        for (const char* option : {"optAdaptLsi", "optAdaptIde", "optAdaptBus"}) {
+            child<QRadioButton>(&dialog, option)->click();
+            seen << (warning->isVisibleTo(&dialog) ? warning->text() : "none");
+        }
+    }
+    EXPECT_EQ(seen, QStringList({"none", scsiNode, "none", ideNode, "none", ideNode}));
+    frmCreateHD unplaced({});
+    EXPECT_FALSE(child<QLabel>(&unplaced, "lblAdapterWarning")->isVisibleTo(&unplaced)) << "a disk on no node: nothing to match";
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QCloseEvent>
 #include <QDropEvent>
+#include <QScreen>
 #include <QMimeData>
 #include <QUrl>
 
@@ -88,8 +89,8 @@ TEST_F(MainWindow, OpeningShowsTheLoaderNoticesAndCloseAsksWhenChanged) {
     const fs::path file = writeVmx("vm3/vm3.vmx", odd);
     open();
     Builder* editor = edit("vm3/vm3.vmx");
-    const QString notices = window->summaryWindow()->output();
-    EXPECT_TRUE(window->summaryWindow()->isVisible() && notices.contains("---- " + at("vm3/vm3.vmx")) &&
+    const QString notices = window->notesWindow()->output();
+    EXPECT_TRUE(window->notesWindow()->isVisible() && notices.contains("---- " + at("vm3/vm3.vmx")) &&
                 notices.contains("line 6: ")) << notices << " (what the loader noticed)";
     EXPECT_EQ(tabs()->tabText(1), "Small One") << "just opened: nothing to save";
     typeKeys(editor, "txtDisplayName", " Changed");
@@ -124,12 +125,15 @@ TEST_F(MainWindow, ShutDownAsksLastTabFirstNoCancelsItAndThePlacementIsRemembere
     EXPECT_FALSE(settingsWritten()) << "a cancelled exit skips SaveSettings";
 
     script.answer(Answer::Yes);
-    window->setGeometry(40, 50, 900, 640);
+    // A placement within the screen (one beyond it is made to fit: WindowUsabilityTest).
+    const QRect area = window->screen()->availableGeometry();
+    const QRect placed(area.left() + 10, area.top() + 20, area.width() - 30, area.height() - 40);
+    window->setGeometry(placed);
     QCloseEvent again;
     QApplication::sendEvent(window.get(), &again);
     EXPECT_TRUE(again.isAccepted() && settingsWritten());
     open();
-    EXPECT_EQ(window->geometry(), QRect(40, 50, 900, 640)) << "the placement is remembered";
+    EXPECT_EQ(window->geometry(), placed) << "the placement is remembered";
 }
 
 TEST_F(MainWindow, FavouritesShowMissingFilesAndRemoveLeavesTheFile) {

@@ -68,9 +68,17 @@ TEST(WrittenTexts, BannersAndTheKeptLinesHeader) {
 TEST(WrittenTexts, DeviceSummariesAsTheUserReadsThem) {
     EXPECT_EQ(summaries(kEveryKind),
               (std::vector<std::string>{"SB16 + OPL3/Yamaha Synth", "NAT, e1000, 00:0c:29:ab:cd:ef",
-                                        "Host-only, static 00:50:56:00:00:01", "IDE 0:0, system.vmdk",
+                                        "Host-Only, static 00:50:56:00:00:01", "IDE 0:0, system.vmdk",
                                         "SCSI 0:0, data.vmdk (independent-persistent)", "IDE 1:0, auto detect", "LsiLogic",
                                         "File boot.flp", "Port /dev/parport0", "Named pipe /tmp/com1 (server)"}));
     EXPECT_EQ(summaries("sound.present = \"TRUE\"\r\nsound.virtualDev = \"es1371\"\r\n"), std::vector<std::string>{"ES1371"});
     EXPECT_EQ(summaries("sound.present = \"TRUE\"\r\nsound.virtualDev = \"sb16\"\r\n"), std::vector<std::string>{"SB16"});
+    // A controller without a stored type is the BusLogic its page shows.
+    EXPECT_EQ(summaries("scsi0.present = \"TRUE\"\r\n"), std::vector<std::string>{"BusLogic"});
+    // A disk with neither node nor file: the mode alone, without a leading blank.
+    Device loose;
+    loose.type = DeviceType::HardDisk;
+    loose.settings.set(".present", "TRUE");
+    loose.settings.set(".mode", "persistent");
+    EXPECT_EQ(deviceSummary(loose), "(persistent)");
 }

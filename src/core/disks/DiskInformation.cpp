@@ -72,6 +72,8 @@ bool sumExtents(const std::vector<ExtentLine>& extents, std::int64_t& total, std
     return true;
 }
 
+constexpr std::string_view kFromParent = "as its parent disk";
+
 std::string lineOf(std::string_view label, const std::string& value) { return std::string(label) + value + "\r\n"; }
 
 std::string geometryText(long cylinders, long heads, long sectors) {
@@ -127,6 +129,7 @@ std::optional<DiskInformation> parseDescriptor(std::string_view text, std::strin
     if (!sumExtents(lines.extents, info.totalSectors, reason)) return std::nullopt;
     info.sizeText = diskSizeText(info.totalSectors);
     info.adapterType = lines.value("ddb.adapterType").value_or("");
+    info.parentFileName = lines.value("parentFileNameHint").value_or("");
     info.cylinders = leadingNumber(lines.value("ddb.geometry.cylinders").value_or(""));
     info.heads = leadingNumber(lines.value("ddb.geometry.heads").value_or(""));
     info.sectors = leadingNumber(lines.value("ddb.geometry.sectors").value_or(""));
@@ -165,18 +168,27 @@ DiskReadResult readDiskInformation(const fs::path& path) {
 }
 
 std::string diskSummaryText(const DiskInformation& info) {
+    const bool delta = !info.parentFileName.empty();
+    // A delta disk leaves these to its parent; a value it does hold is shown as it stands.
+    auto own = [delta](const std::string& value) { return value.empty() && delta ? std::string(kFromParent) : value; };
     std::string text;
     text += lineOf("Disk Path: ", info.folder);
     text += lineOf("Disk Name: ", info.name);
     text += lineOf("Disk Type: ", info.createTypeCode < 0 ? info.createType
                                                           : info.createType + " (" + std::to_string(info.createTypeCode) + ")");
-    text += lineOf("Adapter Type: ", info.adapterType);
+    if (delta) {
+        text += lineOf("Parent Disk: ", info.parentFileName);
+        text += "This disk is a delta of its parent: it holds only the changes made since " + info.parentFileName +
+                " was last written, and needs it beside it.\r\n";
+    }
+    text += lineOf("Adapter Type: ", own(info.adapterType));
     text += lineOf("Size: ", std::to_string(info.totalSectors) + " sectors (" + info.sizeText + ")");
-    text += lineOf("Geometry: ", geometryText(info.cylinders, info.heads, info.sectors));
+    const bool noGeometry = delta && info.cylinders == 0 && info.heads == 0 && info.sectors == 0;
+    text += lineOf("Geometry: ", noGeometry ? own("") : geometryText(info.cylinders, info.heads, info.sectors));
     if (info.biosGeometryPresent) {
         text += lineOf("Bios Geometry: ", geometryText(info.biosCylinders, info.biosHeads, info.biosSectors));
     }
-    text += lineOf("Hardware Version: ", info.hardwareVersion);
+    text += lineOf("Hardware Version: ", own(info.hardwareVersion));
     text += "CID: " + info.cid;
     return text;
 }

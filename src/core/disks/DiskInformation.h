@@ -26,6 +26,7 @@ struct DiskInformation {
     long biosCylinders = 0, biosHeads = 0, biosSectors = 0;
     std::string hardwareVersion;
     std::string cid;
+    std::string parentFileName;  // "parentFileNameHint" of a delta disk: the disk it holds the changes of
 };
 
 struct DiskReadResult {
@@ -54,7 +55,9 @@ std::optional<DiskInformation> parseDescriptor(std::string_view text, std::strin
 // the name of the descriptor beside it that names it.
 DiskReadResult readDiskInformation(const std::filesystem::path& path);
 
-// The summary lines, separated by CR LF, as the summary box shows them.
+// The summary lines, separated by CR LF, as the summary box shows them. A delta disk (one
+// that names a parent) says so and names the parent; what it leaves to its parent (adapter,
+// geometry, hardware version) is shown as the parent's rather than as empty or zero.
 std::string diskSummaryText(const DiskInformation& info);
 
 // The line shown below the summary when the disk's adapter type belongs to the other bus

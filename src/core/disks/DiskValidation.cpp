@@ -91,9 +91,12 @@ std::optional<Message> checkDiskName(std::string_view fileName) {
     std::string_view name = fileName;
     if (name.ends_with(kExtension)) name.remove_suffix(kExtension.size());
     const std::string shown = "\"" + std::string(fileName.substr(0, 300)) + "\"";
+    if (name.empty()) {
+        return Message{MessageKind::Warning, {TextPart::fixed("Invalid Disk Name")},
+                       {TextPart::fixed("The new disk has no name: type one in Disk Name (\".vmdk\" is added to it).")}};
+    }
     std::string problem;
-    if (name.empty()) problem = "there is nothing before \".vmdk\"";
-    else if (name.find('"') != std::string_view::npos) problem = "it holds a double quote (\"), which ends the name inside the descriptor";
+    if (name.find('"') != std::string_view::npos) problem = "it holds a double quote (\"), which ends the name inside the descriptor";
     else if (std::any_of(name.begin(), name.end(), [](char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7f; }))
         problem = "it holds a control character (a tab, a line break or another invisible character)";
     else if (name.find_first_of("/\\") != std::string_view::npos) problem = "it holds a folder separator (/ or \\); choose the folder separately";
@@ -102,6 +105,12 @@ std::optional<Message> checkDiskName(std::string_view fileName) {
     if (problem.empty()) return std::nullopt;
     return Message{MessageKind::Warning, {TextPart::fixed("Invalid Disk Name")},
                    {TextPart::fixed("The disk name " + shown + " cannot be used: " + problem + ".")}};
+}
+
+std::optional<int> adapterMismatchWarning(DiskAdapter adapter, DiskBus nodeBus) {
+    const DiskBus adapterBus = adapter == DiskAdapter::Ide ? DiskBus::Ide : DiskBus::Scsi;
+    if (adapterBus == nodeBus) return std::nullopt;
+    return nodeBus == DiskBus::Ide ? text::kScsiAdapterOnIdeNode : text::kIdeAdapterOnScsiNode;
 }
 
 std::optional<Message> checkDiskFolder(const std::filesystem::path& folder) {
@@ -140,7 +149,7 @@ DiskRequestCheck checkNewDisk(const NewDiskRequest& request, const DiskMaxima& m
         }
     }
     if (request.kind == DiskKind::Preallocated && t > kSinglePieceFlatSectors) {
-        check.questions.push_back(diskMessage(MessageKind::Question, text::kLargerThan199Gb, text::kDoubleSpaceWarning));
+        check.questions.push_back(diskMessage(MessageKind::Question, text::kLargerThan199Gb, text::kSingleFileLimit));
     }
     if (request.adapter == DiskAdapter::Ide && t >= kIdeQuestionSectors) {
         check.questions.push_back(diskMessage(MessageKind::Question, text::kVeryLargeDisk, text::kLargeForIde));

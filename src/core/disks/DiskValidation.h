@@ -54,9 +54,13 @@ Message notNumericMessage(std::string_view typed);
 inline constexpr std::size_t kMaxDiskNameBytes = 240;
 
 // Refuses a disk's file name (with or without ".vmdk") that would break a reader of the
-// descriptor: nothing before ".vmdk", a double quote (it ends the name in an extent line), a
+// descriptor: no name at all, a double quote (it ends the name in an extent line), a
 // control character, a folder separator, or more than kMaxDiskNameBytes bytes.
 std::optional<Message> checkDiskName(std::string_view fileName);
+
+// The warning (a string-table id) the create-disk dialog shows while the chosen adapter belongs
+// to the other bus than the node the disk sits on; nothing when they agree.
+std::optional<int> adapterMismatchWarning(DiskAdapter adapter, DiskBus nodeBus);
 
 // Refuses an empty folder or one that does not exist, naming it.
 std::optional<Message> checkDiskFolder(const std::filesystem::path& folder);

@@ -1,9 +1,31 @@
 #include "core/hardware/DeviceDefaults.h"
 
+#include <charconv>
+
 #include "core/hardware/DeviceStore.h"
 #include "core/hardware/MacAddress.h"
+#include "core/support/TextUtil.h"
 
 namespace arden {
+namespace {
+
+constexpr int kOffsetPerAdapter = 10;
+
+// The low 24 bits of a generated address ("00:0C:29:AB:CD:EF" -> 0xABCDEF), or nothing.
+std::optional<std::uint32_t> generatedLowBits(std::string_view address) {
+    const std::string_view prefix = macPrefix(MacMode::Generated);
+    if (address.size() != 17 || !equalsIgnoreCase(address.substr(0, prefix.size()), prefix)) return std::nullopt;
+    std::uint32_t bits = 0;
+    for (std::size_t at = prefix.size(); at < address.size(); at += 3) {
+        unsigned octet = 0;
+        const char* first = address.data() + at;
+        if (std::from_chars(first, first + 2, octet, 16).ptr != first + 2) return std::nullopt;
+        bits = (bits << 8) | octet;
+    }
+    return bits;
+}
+
+}  // namespace
 
 void applyNewDeviceDefaults(Device& d) {
     DeviceSettings& s = d.settings;
@@ -87,6 +109,20 @@ void addNewMachineDevices(DeviceStore& store, int memoryMb, std::uint32_t macSee
     cd.node.setNodeNumber(0);
     store.createDevice(DeviceType::Display);
     store.createDevice(DeviceType::Mouse);
+}
+
+void giveGeneratedAddress(const DeviceStore& store, Device& nic, std::uint32_t macSeed) {
+    std::uint32_t base = macSeed;
+    for (const Device& other : store.devices(DeviceType::Network)) {
+        if (&other == &nic) continue;
+        const auto bits = generatedLowBits(other.settings.text(".generatedAddress"));
+        if (!bits) continue;
+        base = *bits - static_cast<std::uint32_t>(other.settings.number(".generatedAddressOffset").value_or(0));
+        break;
+    }
+    const int offset = kOffsetPerAdapter * nic.number;
+    nic.settings.set(".generatedAddress", generatedMacAddress((base + static_cast<std::uint32_t>(offset)) & 0xFFFFFFu));
+    nic.settings.setNumber(".generatedAddressOffset", offset);
 }
 
 }  // namespace arden

@@ -17,4 +17,10 @@ void applyNewDeviceDefaults(Device& device);
 // with an address generated from `macSeed`, USB, sound, display and mouse.
 void addNewMachineDevices(DeviceStore& store, int memoryMb, std::uint32_t macSeed);
 
+// Gives an added network adapter a generated address and offset as the products number them:
+// offset ten per adapter number, address the machine's base moved on by the offset. The base
+// is another adapter's generated address less its offset, or made from `macSeed` when no
+// adapter has one.
+void giveGeneratedAddress(const DeviceStore& store, Device& nic, std::uint32_t macSeed);
+
 }  // namespace arden

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "core/hardware/SoundAdapter.h"
 #include "core/support/TextUtil.h"
 
 namespace arden {
@@ -53,7 +54,7 @@ std::string networkSummary(const Device& d) {
     const DeviceSettings& s = d.settings;
     std::string conn = toLowerAscii(s.text(".connectionType"));
     std::string text;
-    if (conn == "hostonly") text = "Host-only";
+    if (conn == "hostonly") text = "Host-Only";
     else if (conn == "nat") text = "NAT";
     else if (conn == "custom") text = "Custom (" + s.text(".vnet") + ")";
     else if (conn.empty() || conn == "bridged") text = "Bridged";
@@ -73,7 +74,7 @@ std::string nodeSummary(const Device& d) {
     std::string file = d.settings.text(".fileName");
     if (!file.empty()) text += (text.empty() ? "" : ", ") + file;
     std::string mode = d.settings.text(".mode");
-    if (!mode.empty()) text += " (" + mode + ")";
+    if (!mode.empty()) text += (text.empty() ? "(" : " (") + mode + ")";
     return text + onOff(d);
 }
 
@@ -106,9 +107,9 @@ std::string deviceSummary(const Device& d) {
         case DeviceType::ParallelPort:
         case DeviceType::SerialPort: return connection(s, "Port") + onOff(d);
         case DeviceType::Sound: {
-            std::string dev = toLowerAscii(s.text(".virtualDev"));
-            std::string text = dev == "sb16" ? (s.flag(".synth.operational", false) ? "SB16 + OPL3/Yamaha Synth" : "SB16")
-                                             : dev == "es1371" ? "ES1371" : dev.empty() ? "Sound card" : dev;
+            const auto position = soundAdapterPosition(s);
+            const std::string text = position ? std::string(soundAdapterTypes()[static_cast<std::size_t>(*position)].name)
+                                              : s.has(".virtualDev") ? s.text(".virtualDev") : "Sound card";
             return text + onOff(d);
         }
         case DeviceType::Network: return networkSummary(d);
@@ -118,7 +119,7 @@ std::string deviceSummary(const Device& d) {
         case DeviceType::IdeController: return d.enabled() ? "Enabled" : "Disabled";
         case DeviceType::ScsiController: {
             std::string dev = toLowerAscii(s.text(".virtualDev"));
-            std::string text = dev == "lsilogic" ? "LsiLogic" : dev == "buslogic" ? "BusLogic" : dev.empty() ? "SCSI adapter" : dev;
+            std::string text = dev == "lsilogic" ? "LsiLogic" : dev == "buslogic" || dev.empty() ? "BusLogic" : dev;
             return text + onOff(d);
         }
         case DeviceType::HardDisk:

@@ -33,6 +33,15 @@ std::vector<DeviceType> offeredDeviceTypes(const DeviceCounts& counts, const Dev
     return offered;
 }
 
+std::vector<DeviceType> listedDeviceTypes(const DeviceCounts& counts, const DeviceMaxima& maxima) {
+    std::vector<DeviceType> listed;
+    for (int n = 0; n < kDeviceTypeCount; ++n) {
+        DeviceType t = *deviceTypeFromNumber(n);
+        if (counts[static_cast<std::size_t>(n)] > 0 || canAddDevice(t, 0, maxima)) listed.push_back(t);
+    }
+    return listed;
+}
+
 AddHardwareInfo addHardwareInfo(DeviceType type, int count, const DeviceMaxima& maxima) {
     const TextPart name = TextPart::fromId(deviceTypeNameId(type));
     if (canAddDevice(type, count, maxima)) {

@@ -37,8 +37,13 @@ using DeviceCounts = std::array<int, kDeviceTypeCount>;  // DeviceStore::counts(
 //   Generic SCSI Device           count <= 7 x SCSI maximum - 1
 bool canAddDevice(DeviceType type, int count, const DeviceMaxima& maxima);
 
-// The types lvwAvailableHardware offers, in type order.
+// The types that may be added now, in type order.
 std::vector<DeviceType> offeredDeviceTypes(const DeviceCounts& counts, const DeviceMaxima& maxima);
+
+// The rows of lvwAvailableHardware, in type order: every type the product has (one it could
+// add to a machine without such a device) or the machine holds. A row whose type is at its
+// limit stays listed, so that the user reads why it cannot be added (addHardwareInfo).
+std::vector<DeviceType> listedDeviceTypes(const DeviceCounts& counts, const DeviceMaxima& maxima);
 
 // lblInfo for a chosen row, with whether cmdOK is enabled:
 //   within the limit: "Add a" + " " + name + "."   (ids 92, 95 + type)  -> "Add a Hard Disk."

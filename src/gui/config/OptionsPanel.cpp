@@ -14,6 +14,7 @@
 #include "gui/config/PowerPage.h"
 #include "gui/config/SharedFoldersPage.h"
 #include "gui/config/SnapshotsPage.h"
+#include "gui/support/ListWidth.h"
 
 namespace arden::gui {
 namespace {
@@ -44,6 +45,7 @@ OptionsPanel::OptionsPanel(VmConfiguration& config, QWidget* parent) : QWidget(p
         auto* scroll = new QScrollArea(sstOptions_);
         scroll->setWidgetResizable(true);
         scroll->setFrameShape(QFrame::NoFrame);
+        keepListsNarrow(pages_[static_cast<std::size_t>(i)]);
         scroll->setWidget(pages_[static_cast<std::size_t>(i)]);
         sstOptions_->addWidget(scroll);
         connect(pages_[static_cast<std::size_t>(i)], &OptionPage::edited, this, &OptionsPanel::edited);

@@ -5,6 +5,7 @@
 //       CreateDiskRequest preset;
 //       preset.folder = <the machine's folder>;
 //       preset.adapter = disks::adapterForNode(<bus of the disk's node>, <the SCSI controller's virtualDev>);
+//       preset.nodeBus = <bus of the disk's node>;
 //       preset.languageOffset = <LanguageOffset>;
 //       QString path;
 //       if (createDiskFor(this, preset, path)) { txtHDFile->setText(path); <mark the change> }
@@ -13,6 +14,7 @@
 //       showDiskInformation(this, txtHDFile->text(), <bus of the disk's node>, <LanguageOffset>);
 #include <QString>
 #include <cstdint>
+#include <optional>
 
 #include "core/disks/DiskTypes.h"
 
@@ -24,6 +26,7 @@ namespace arden::gui {
 struct CreateDiskRequest {
     QString folder;                                      // the machine's folder: where the disk goes
     disks::DiskAdapter adapter = disks::DiskAdapter::Ide;  // from the node's bus or SCSI controller type
+    std::optional<disks::DiskBus> nodeBus = std::nullopt;  // the node's bus: warned of while another adapter is chosen
     std::int64_t scsiMaximumSectors = 0;                 // 0: 536,870,912 sectors (256 GiB)
     std::int64_t ideMaximumSectors = 0;                  // 0: 268,435,456 sectors (128 GiB)
     int hardwareVersion = 0;                             // 0: version 3

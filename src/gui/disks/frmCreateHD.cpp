@@ -15,6 +15,7 @@
 #include "gui/disks/DiskCreationProgress.h"
 #include "gui/support/NamedWidget.h"
 #include "gui/support/Prompts.h"
+#include "gui/support/Mnemonics.h"
 #include "gui/support/UiText.h"
 
 namespace arden::gui {
@@ -133,6 +134,9 @@ frmCreateHD::frmCreateHD(const CreateDiskRequest& preset, QWidget* parent)
     versionRow->addWidget(version);
     versionRow->addStretch();
     layout->addLayout(versionRow);
+    lblAdapterWarning_ = named<QLabel>("lblAdapterWarning", this);
+    lblAdapterWarning_->setWordWrap(true);
+    layout->addWidget(lblAdapterWarning_);
     auto* caution = named<QLabel>("lblCaution", text(146), this);
     caution->setWordWrap(true);
     layout->addWidget(caution);
@@ -150,11 +154,17 @@ frmCreateHD::frmCreateHD(const CreateDiskRequest& preset, QWidget* parent)
     connect(adapters_, &QButtonGroup::idToggled, this, [this](int, bool on) { if (on) adapterChanged(); });
     connect(units_, &QButtonGroup::idToggled, this, [this](int id, bool on) { if (on) unitChanged(id); });
     adapterChanged();
+    assignMnemonics(this);
 }
 
 DiskAdapter frmCreateHD::adapter() const { return static_cast<DiskAdapter>(adapters_->checkedId()); }
 
-void frmCreateHD::adapterChanged() { lblSizeRange_->setText(qs(sizeRangeText(adapter(), maxima_))); }
+void frmCreateHD::adapterChanged() {
+    lblSizeRange_->setText(qs(sizeRangeText(adapter(), maxima_)));
+    const auto warning = preset_.nodeBus ? adapterMismatchWarning(adapter(), *preset_.nodeBus) : std::nullopt;
+    lblAdapterWarning_->setText(warning ? uiText(*warning, preset_.languageOffset) : QString());
+    lblAdapterWarning_->setVisible(warning.has_value());
+}
 
 void frmCreateHD::unitChanged(int newUnit) {
     const SizeUnit unit = static_cast<SizeUnit>(newUnit);

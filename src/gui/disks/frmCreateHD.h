@@ -44,6 +44,7 @@ private:
     QLineEdit* txtNewDisk_;
     QLineEdit* txtDiskSize_;
     QLabel* lblSizeRange_;
+    QLabel* lblAdapterWarning_;
     QButtonGroup* adapters_;
     QButtonGroup* units_;
     QButtonGroup* types_;

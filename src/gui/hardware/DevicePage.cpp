@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 
 #include "core/support/TextUtil.h"
+#include "gui/support/ListWidth.h"
 #include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
 
@@ -221,6 +222,7 @@ void DevicePage::stack(std::initializer_list<QWidget*> frames) {
     layout->setContentsMargins(0, 0, 0, 0);
     for (QWidget* f : frames) layout->addWidget(f);
     layout->addStretch(1);
+    keepListsNarrow(this);
 }
 
 QHBoxLayout* DevicePage::indentedRow(QBoxLayout* into, std::initializer_list<QWidget*> widgets) {

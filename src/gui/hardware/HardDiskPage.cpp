@@ -9,6 +9,7 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "core/support/TextUtil.h"
 #include "gui/disks/DiskDialogs.h"
 
 namespace arden::gui {
@@ -29,6 +30,7 @@ HardDiskPage::HardDiskPage(VmConfiguration& config, DevicePageContext& context, 
         CreateDiskRequest preset;
         preset.folder = qs(config_.identity.vmxFolder);
         preset.adapter = disks::adapterForNode(nodeBus(*d), scsiControllerType(*d));
+        if (!d->node.ControllerType().empty()) preset.nodeBus = nodeBus(*d);
         preset.languageOffset = languageOffset();
         QString path;
         if (!createDiskFor(this, preset, path)) return;
@@ -58,24 +60,46 @@ HardDiskPage::HardDiskPage(VmConfiguration& config, DevicePageContext& context, 
     captions_.add(chkHDIndependent_, 330);
     optHDPersist_ = option(fraHDMode, "optHDPersist", 331);
     optHDNonPersist_ = option(fraHDMode, "optHDNonPersist", 332);
-    onFill([this](const Device& d) {
-        const DiskMode mode = diskModeOf(d.settings.text(".mode"));
-        chkHDIndependent_->setChecked(mode.independent);
-        optHDPersist_->setChecked(mode.persistent);
-        optHDNonPersist_->setChecked(!mode.persistent);
+    // A mode the page does not offer ("undoable", "nonpersistent" of older products) is shown
+    // as read, with no option chosen, and kept until the user chooses one.
+    auto* lblHDStoredMode = named<QLabel>("lblHDStoredMode", fraHDMode);
+    lblHDStoredMode->setWordWrap(true);
+    onFill([this, lblHDStoredMode](const Device& d) {
+        const std::string stored = modeAsRead(d);
+        const DiskMode mode = diskModeOf(stored);
+        const bool offered = stored.empty() || equalsIgnoreCase(diskModeValue(mode), stored);
+        lblHDStoredMode->setVisible(!offered);
+        lblHDStoredMode->setText(offered ? QString() : uiText(375, languageOffset()) + " " + qs(stored));
+        for (QAbstractButton* b : {optHDPersist_, optHDNonPersist_}) b->setAutoExclusive(false);
+        chkHDIndependent_->setChecked(offered && mode.independent);
+        optHDPersist_->setChecked(offered && mode.persistent);
+        optHDNonPersist_->setChecked(offered && !mode.persistent);
+        for (QAbstractButton* b : {optHDPersist_, optHDNonPersist_}) b->setAutoExclusive(true);
     });
     connect(chkHDIndependent_, &QCheckBox::clicked, this,
-            [this](bool on) { storeMode({on, optHDPersist_->isChecked()}); });
+            [this](bool on) { storeMode({on, !optHDNonPersist_->isChecked()}); });
     connect(optHDPersist_, &QRadioButton::clicked, this, [this] { storeMode({chkHDIndependent_->isChecked(), true}); });
     // Choosing Non-Persistent makes the disk independent: only such a disk can drop its changes.
     connect(optHDNonPersist_, &QRadioButton::clicked, this, [this] { storeMode({true, false}); });
     auto* modeLayout = new QVBoxLayout(fraHDMode);
+    modeLayout->addWidget(lblHDStoredMode);
     modeLayout->addWidget(chkHDIndependent_);
     indentedRow(modeLayout, {optHDPersist_});
     indentedRow(modeLayout, {optHDNonPersist_});
 
     stack({statusFrame("chkHDEnabled", nullptr), nodeFrame("optHDIDE", "cboHDIDE", "optHDSCSI", "cboHDSCSI"), fraHDFile,
            fraHDMode});
+}
+
+std::string HardDiskPage::modeAsRead(const Device& d) {
+    if (auto mode = d.settings.get(".mode")) return *mode;
+    // A mode the editor does not manage stays a line of the file: its value as written.
+    for (const KeptKeyLine& k : d.keptLines) {
+        if (!equalsIgnoreCase(k.suffix, ".mode")) continue;
+        const std::size_t open = k.rest.find('"'), close = k.rest.rfind('"');
+        return open < close ? k.rest.substr(open + 1, close - open - 1) : std::string{};
+    }
+    return {};
 }
 
 disks::DiskBus HardDiskPage::nodeBus(const Device& d) {

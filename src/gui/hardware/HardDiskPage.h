@@ -20,6 +20,8 @@ public:
 
 private:
     void storeMode(DiskMode mode);
+    // The disk's mode as the file holds it, also one the page does not offer ("undoable").
+    static std::string modeAsRead(const Device& d);
     // The bus of the disk's node, and the type of the SCSI controller it sits on ("" on IDE):
     // the create-disk dialog starts with that adapter, the summary compares the disk with it.
     static disks::DiskBus nodeBus(const Device& d);

@@ -1,16 +1,21 @@
 #include "gui/hardware/HardwareListPanel.h"
 
 #include <QHBoxLayout>
+#include <QKeySequence>
+#include <QShortcut>
 #include <QPushButton>
 #include <QSplitter>
 #include <QTreeWidget>
 #include <QVBoxLayout>
+#include <random>
 
 #include "core/config/HardwareFigures.h"
+#include "core/hardware/DeviceDefaults.h"
 #include "core/hardware/HardwareLimits.h"
 #include "core/hardware/NodeAssignment.h"
 #include "gui/hardware/DevicePages.h"
 #include "gui/hardware/frmAddHardware.h"
+#include "gui/support/FocusMarker.h"
 #include "gui/support/Icons.h"
 #include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
@@ -36,6 +41,13 @@ HardwareListPanel::HardwareListPanel(VmConfiguration& config, QWidget* parent) :
     connect(lvwHardwareList_, &QTreeWidget::currentItemChanged, this, &HardwareListPanel::showDevice);
     connect(cmdHardwareAdd_, &QPushButton::clicked, this, &HardwareListPanel::addDevice);
     connect(cmdHardwareRemove_, &QPushButton::clicked, this, &HardwareListPanel::removeSelected);
+    // Delete in the list removes the chosen device, as Remove does (when Remove may).
+    auto* deleteKey = new QShortcut(QKeySequence::Delete, lvwHardwareList_);
+    deleteKey->setContext(Qt::WidgetShortcut);
+    connect(deleteKey, &QShortcut::activated, this, [this] {
+        if (cmdHardwareRemove_->isEnabled()) removeSelected();
+    });
+    showFocusOf(lvwHardwareList_);
 
     auto* listSide = new QWidget(this);
     auto* listLayout = new QVBoxLayout(listSide);
@@ -140,6 +152,7 @@ void HardwareListPanel::addDevice() {
     frmAddHardware dialog(config_.devices.counts(), deviceMaxima(config_), languageOffset_, this);
     if (dialog.exec() != QDialog::Accepted || !dialog.chosenType()) return;
     Device& device = config_.devices.createDevice(*dialog.chosenType());
+    if (device.type == DeviceType::Network) giveGeneratedAddress(config_.devices, device, std::random_device{}());
     const DeviceType type = device.type;
     const std::string identifier = device.identifier;
     if (isNodeDevice(type)) {

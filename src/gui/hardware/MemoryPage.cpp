@@ -8,6 +8,7 @@
 
 #include "core/config/HardwareFigures.h"
 #include "core/hardware/MemoryRules.h"
+#include "gui/support/FocusMarker.h"
 #include "gui/support/UiText.h"
 
 namespace arden::gui {
@@ -29,20 +30,19 @@ MemoryPage::MemoryPage(VmConfiguration& config, DevicePageContext& context, QWid
         },
         [](long long mb) { return QString::number(mb); });
     txtMemSize->setMaximumWidth(txtMemSize->fontMetrics().horizontalAdvance(QStringLiteral("0000000")) + 16);
-    // The up-down beside the box: a short vertical bar whose upper arrow adds memory.
+    // The up-down beside the box: a short vertical bar whose upper arrow adds memory. A bar's
+    // upper arrow steps towards its minimum, so the bar runs over the negated megabytes.
     auto* updown = named<QScrollBar>("udMemSize", Qt::Vertical, fraMemory);
-    updown->setInvertedAppearance(true);
-    updown->setInvertedControls(true);
     updown->setFixedHeight(txtMemSize->sizeHint().height());
     udMemSize_ = updown;
     auto* slider = named<QSlider>("sldMemSize", Qt::Horizontal, fraMemory);
     slider->setTickPosition(QSlider::TicksBelow);
     slider->setTracking(false);  // stored when the user lets go
     sldMemSize_ = slider;
-    for (QAbstractSlider* s : {udMemSize_, sldMemSize_}) {
-        s->setSingleStep(kMemoryStepMb);
-        connect(s, &QAbstractSlider::valueChanged, this, &MemoryPage::storeMegabytes);
-    }
+    for (QAbstractSlider* s : {udMemSize_, sldMemSize_}) s->setSingleStep(kMemoryStepMb);
+    connect(sldMemSize_, &QAbstractSlider::valueChanged, this, &MemoryPage::storeMegabytes);
+    connect(udMemSize_, &QAbstractSlider::valueChanged, this, [this](int negated) { storeMegabytes(-negated); });
+    showFocusOf(sldMemSize_);
     auto* lblMemUnit = named<QLabel>("lblMemUnit", fraMemory);
     captions_.add(lblMemUnit, 293);  // "MB"
     lblMemRange_ = named<QLabel>("lblMemoryRange", fraMemory);
@@ -62,11 +62,12 @@ MemoryPage::MemoryPage(VmConfiguration& config, DevicePageContext& context, QWid
 void MemoryPage::fillPage(const Device& d) {
     const MemoryRange range = memoryRange(config_);
     const int value = d.settings.number("memsize").value_or(range.minMb);
-    for (QAbstractSlider* s : {udMemSize_, sldMemSize_}) {
-        s->setRange(range.minMb, range.maxMb);
-        s->setPageStep(std::max(kMemoryStepMb, (range.maxMb - range.minMb) / 16 / kMemoryStepMb * kMemoryStepMb));
-        s->setValue(value);
-    }
+    const int pageStep = std::max(kMemoryStepMb, (range.maxMb - range.minMb) / 16 / kMemoryStepMb * kMemoryStepMb);
+    sldMemSize_->setRange(range.minMb, range.maxMb);
+    udMemSize_->setRange(-range.maxMb, -range.minMb);
+    for (QAbstractSlider* s : {udMemSize_, sldMemSize_}) s->setPageStep(pageStep);
+    sldMemSize_->setValue(value);
+    udMemSize_->setValue(-value);
     static_cast<QSlider*>(sldMemSize_)->setTickInterval(sldMemSize_->pageStep());
     lblMemRange_->setText(QStringLiteral("%1 - %2 ").arg(range.minMb).arg(range.maxMb) + uiText(293, languageOffset()));
 }

@@ -12,7 +12,7 @@ ScsiControllerPage::ScsiControllerPage(VmConfiguration& config, DevicePageContex
     // Fixed product names; the file holds "buslogic" or "lsilogic". A controller without the
     // key is a BusLogic one, as the products read it.
     auto* cboSCSICont = valueList(fraAdapter, "cboSCSICont", ".virtualDev",
-                                  {{"buslogic", 0, "BusLogic"}, {"lsilogic", 0, "LSI Logic"}}, 0);
+                                  {{"buslogic", 131}, {"lsilogic", 132}}, 0);
     auto* form = new QFormLayout(fraAdapter);
     addCaptionedRow(form, captions_, "lblSCSICont", 322, cboSCSICont);
     stack({statusFrame("chkSCSIEnabled", nullptr), fraAdapter});

@@ -1,5 +1,5 @@
 #pragma once
-// Sound adapter page (type 5): present and connected at power-on.
+// Sound adapter page (type 5): present, connected at power-on, and the adapter type.
 #include "gui/hardware/DevicePage.h"
 
 namespace arden::gui {

@@ -9,6 +9,7 @@
 
 #include "gui/config/ConfigWidgets.h"
 #include "gui/support/Icons.h"
+#include "gui/support/Mnemonics.h"
 #include "gui/support/UiText.h"
 
 namespace arden::gui {
@@ -26,15 +27,28 @@ frmAddHardware::frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& m
     auto* lblDeviceType = named<QLabel>("lblDeviceType", uiText(91, languageOffset), this);  // "New Device Type?"
 
     Captions captions;
-    lvwAvailableHardware_ = makeListView("lvwAvailableHardware", this, captions, 201, 202);  // "Device", "Device Type"
+    lvwAvailableHardware_ = makeListView("lvwAvailableHardware", this, captions, 201, 371);  // "Device", "In This Machine"
     captions.apply(languageOffset);
     lvwAvailableHardware_->setIconSize(QSize(20, 20));
-    for (DeviceType type : offeredDeviceTypes(counts, maxima)) {
+    // Every type the product has, with how many the machine holds; a type at its limit stays
+    // listed, greyed, and says why it cannot be added.
+    QTreeWidgetItem* firstAddable = nullptr;
+    for (DeviceType type : listedDeviceTypes(counts, maxima)) {
         const int n = typeNumber(type);
-        auto* item = new QTreeWidgetItem(lvwAvailableHardware_, {uiText(deviceTypeNameId(type), languageOffset),
-                                                                 QString::number(n)});
+        const int count = counts[static_cast<std::size_t>(n)];
+        auto* item = new QTreeWidgetItem(lvwAvailableHardware_,
+                                         {uiText(deviceTypeNameId(type), languageOffset), QString::number(count)});
         item->setIcon(0, deviceIcon(n));
         item->setData(0, kTypeRole, n);
+        const AddHardwareInfo info = addHardwareInfo(type, count, maxima);
+        if (!info.okEnabled) {
+            for (int column : {0, 1}) {
+                item->setForeground(column, palette().brush(QPalette::Disabled, QPalette::Text));
+                item->setToolTip(column, uiText(info.text, languageOffset));
+            }
+        } else if (!firstAddable) {
+            firstAddable = item;
+        }
     }
     lblDeviceType->setBuddy(lvwAvailableHardware_);
 
@@ -59,12 +73,17 @@ frmAddHardware::frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& m
         if (cmdOK_->isEnabled()) emit buttons->accepted();
     });
 
+    // The first type that may be added is chosen, and shown so.
+    if (firstAddable) lvwAvailableHardware_->setCurrentItem(firstAddable);
+    lvwAvailableHardware_->setFocus();
+
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lblDeviceType);
     layout->addWidget(lvwAvailableHardware_, 1);
     layout->addWidget(lblInfo_);
     layout->addWidget(buttons);
     resize(420, 460);
+    assignMnemonics(this);
 }
 
 void frmAddHardware::rowChosen() {

@@ -1,7 +1,8 @@
 #pragma once
-// frmAddHardware: the modal dialog of the editor's Add command. It lists the device types
-// that may still be added to the machine (from the fifteen counts and the product's maxima),
-// says for the chosen row whether one more may be added, and returns the chosen type.
+// frmAddHardware: the modal dialog of the editor's Add command. It lists the device types of
+// the machine's product with how many the machine holds (types at their limit greyed, with
+// the reason), says for the chosen row whether one more may be added, and returns the chosen
+// type. The first type that may be added is chosen when the dialog opens.
 #include <QDialog>
 #include <optional>
 

@@ -12,6 +12,7 @@
 #include "core/hardware/SharedFolderRules.h"
 #include "gui/config/ConfigWidgets.h"
 #include "gui/support/Prompts.h"
+#include "gui/support/Mnemonics.h"
 #include "gui/support/UiText.h"
 
 namespace arden::gui {
@@ -84,6 +85,7 @@ frmAddSharedFolder::frmAddSharedFolder(const SharedFolder& share, std::vector<st
     layout->addWidget(buttons);
     setWindowTitle(uiText(kTitleId, languageOffset));
     captions.apply(languageOffset);
+    assignMnemonics(this);
     txtHostFolder_->setMinimumWidth(fontMetrics().horizontalAdvance(QLatin1Char('x')) * 48);
 }
 

@@ -8,6 +8,7 @@
 #include <QVBoxLayout>
 
 #include "gui/support/Icons.h"
+#include "gui/support/Mnemonics.h"
 #include "gui/support/UiText.h"
 
 namespace arden::gui {
@@ -66,6 +67,7 @@ frmAbout::frmAbout(int languageOffset, QWidget* parent) : QDialog(parent) {
     layout->addStretch(1);
     layout->addWidget(buttons);
     setMinimumWidth(420);
+    assignMnemonics(this);
 }
 
 }  // namespace arden::gui

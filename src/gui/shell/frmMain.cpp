@@ -27,6 +27,7 @@
 #include "gui/support/Icons.h"
 #include "gui/support/NamedWidget.h"
 #include "gui/support/Prompts.h"
+#include "gui/support/Mnemonics.h"
 #include "gui/support/QtLanguage.h"
 #include "gui/support/UiText.h"
 
@@ -132,6 +133,7 @@ void frmMain::UpdateUILabels() {
             refreshTab(b);
         }
     }
+    assignMnemonics(this);
 }
 
 void frmMain::UpdateTab(int index, const QString& key, const QString& caption) {
@@ -175,13 +177,6 @@ QString frmMain::currentMachineFolder() const {
     return currentVmxPath_.isEmpty() ? QString() : QFileInfo(currentVmxPath_).absolutePath();
 }
 
-void frmMain::showSummary(const QString& heading, const QStringList& lines, bool wait) {
-    frmSummary* s = summaryWindow();
-    s->AddToOutput(QStringLiteral("---- ") + heading);
-    for (const QString& line : lines) s->AddToOutput(line);
-    s->showOver(*this, wait);
-}
-
 Builder* frmMain::OpenEditorTab(bool editExisting, const QString& existingVmxFileName, const QString& displayName,
                                 int configVersion, const QString& newVmxPath) {
     const QString existing = absolutePath(existingVmxFileName);
@@ -213,13 +208,14 @@ Builder* frmMain::OpenEditorTab(bool editExisting, const QString& existingVmxFil
     const QString icon = configVersion < kConfigVersionCurrent ? "OldVM" : "VM";
     const int index = sstMain_->addTab(editor, machineIcon(icon), QString());
     refreshTab(editor);
+    assignMnemonics(this);  // the new editor's controls among the window's
     connect(editor, &Builder::displayNameChanged, this, [this, editor] { refreshTab(editor); });
     connect(editor, &Builder::stateChanged, this, [this, editor] { refreshTab(editor); });
     // The save waits until the user has read what was written and closed the window.
     connect(editor, &Builder::written, this,
-            [this](const QString& path, const QString& text) { showSummary(path, {text}, true); });
+            [this](const QString& path, const QString& text) { summaryWindow()->showBlock(*this, path, {text}, true); });
     sstMain_->setCurrentIndex(index);
-    if (!editor->loadNotices().isEmpty()) showSummary(existing, editor->loadNotices(), false);
+    if (!editor->loadNotices().isEmpty()) notesWindow()->showBlock(*this, existing, editor->loadNotices(), false);
     return editor;
 }
 
@@ -324,7 +320,17 @@ void frmMain::showAbout() {
 
 frmSummary* frmMain::summaryWindow() {
     if (!summary_) summary_ = new frmSummary(this);
+    summary_->relabel(languageOffset(), 203);  // "Summary"
     return summary_;
+}
+
+frmSummary* frmMain::notesWindow() {
+    if (!notes_) {
+        notes_ = new frmSummary(this, true);
+        notes_->setObjectName("frmNotes");
+    }
+    notes_->relabel(languageOffset(), 370);  // "Notes on the Opened Files"
+    return notes_;
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {

@@ -53,6 +53,7 @@ public:
     Builder* editorAt(int tabIndex) const;
     ProgramSettings& settings() { return settings_; }
     frmSummary* summaryWindow();
+    frmSummary* notesWindow();  // what the loader noticed in the files opened
     QString ExistingVmxFileName() const { return existingVmxFileName_; }
     QTimer* loadDelayTimer() const { return tmrLoadDelay_; }
 
@@ -71,7 +72,6 @@ private:
     QString tabCaption(const Builder& editor) const;
     void refreshTab(Builder* editor);
     QString currentMachineFolder() const;
-    void showSummary(const QString& heading, const QStringList& lines, bool wait);
     void AddVMToFavorites(const Builder& editor);
     void removeFavorite(const QString& displayName);
     void launchPath(const QString& path);
@@ -89,6 +89,7 @@ private:
     QLabel* lblVersion_;
     QTimer* tmrLoadDelay_;
     QPointer<frmSummary> summary_;
+    QPointer<frmSummary> notes_;
 
     QMenu* mnuFile_;
     QMenu* mnuVM_;

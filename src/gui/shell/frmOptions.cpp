@@ -13,6 +13,7 @@
 #include "core/shell/ProgramSettings.h"
 #include "gui/support/NamedWidget.h"
 #include "gui/support/Prompts.h"
+#include "gui/support/Mnemonics.h"
 #include "gui/support/UiText.h"
 
 namespace arden::gui {
@@ -109,6 +110,7 @@ void frmOptions::UpdateUILabels() {
     for (int i = 0; i < 5; ++i) optLang_[i]->setText(uiText(kFirstLanguageTextId + i, o));
     cmdOK_->setText(uiText(50, o));
     cmdCancel_->setText(uiText(51, o));
+    assignMnemonics(this);
 }
 
 void frmOptions::showSettingsPlaces() {

@@ -56,12 +56,23 @@ bool loadFormPosition(QWidget& window, const QString& iniPath, const QString& se
         return placement.Maximised;
     }
     QRect wanted(placement.Left, placement.Top, placement.Width, placement.Height);
-    // A placement from a screen that is no longer attached is ignored.
-    bool visible = false;
+    // A placement from a screen that is no longer attached is ignored; one from a larger
+    // screen (or another scale) is made to fit the screen that holds most of it.
+    const QScreen* holder = nullptr;
+    long long most = 0;
     for (const QScreen* screen : QGuiApplication::screens()) {
-        if (screen->availableGeometry().intersects(wanted)) visible = true;
+        const QRect common = screen->availableGeometry().intersected(wanted);
+        const long long area = static_cast<long long>(common.width()) * common.height();
+        if (!common.isEmpty() && area > most) {
+            most = area;
+            holder = screen;
+        }
     }
-    if (!visible) return false;
+    if (!holder) return false;
+    const QRect area = holder->availableGeometry();
+    wanted.setSize(wanted.size().boundedTo(area.size()));
+    wanted.moveLeft(std::clamp(wanted.left(), area.left(), area.right() + 1 - wanted.width()));
+    wanted.moveTop(std::clamp(wanted.top(), area.top(), area.bottom() + 1 - wanted.height()));
     window.setGeometry(wanted);
     if (placement.Maximised) window.setWindowState(window.windowState() | Qt::WindowMaximized);
     return true;

@@ -85,7 +85,11 @@ TEST(DiskReader, DescriptorsOfTheCorpus) {
                            "Sectors 63\r\nBios Geometry: Cylinders 522, Heads 255, Sectors 63"},
         {"secronin__tw_sparse_data.vmdk", "Disk Type: twoGbMaxExtentSparse (1)\r\n"},
         {"virtmanager__test-vmdk-desc.vmdk", "Disk Type: vmfs\r\n"},
-        {"vmdkrs__vmfs_thick-000001.vmdk", "Disk Type: vmfsSparse\r\n"},
+        // A delta names its parent and shows what it leaves to the parent as the parent's.
+        {"vmdkrs__vmfs_thick-000001.vmdk",
+         "Disk Type: vmfsSparse\r\nParent Disk: vmfs_thick.vmdk\r\nThis disk is a delta of its parent: it holds only the "
+         "changes made since vmfs_thick.vmdk was last written, and needs it beside it.\r\nAdapter Type: as its parent disk\r\n"
+         "Size: 4096 sectors (2 Mb)\r\nGeometry: as its parent disk\r\nHardware Version: as its parent disk\r\nCID: 8f67ca74"},
         {"govmomi__ttylinux-pc_i486-16.1-disk1.embedded-descriptor.vmdk", "Disk Type: streamOptimized\r\nAdapter Type: lsilogic\r\nSize: 61440 sectors (30 Mb)"},
     };
     for (const auto& [file, lines] : cases) {

@@ -18,8 +18,9 @@ DiskRequestCheck check(const ScratchDir& dir, std::int64_t sectors, DiskAdapter 
 
 const std::string kTooSmall = "Invalid Disk Size: Disk Size too small!  Minimum Size is 100 Mb";
 const std::string kTooLarge = "Invalid Disk Size: Disk Size too large!  Maximum Size is 128/256/950 Gb";
-const std::string kLargeFlat = "Disk larger than 1.99Gb: Warning - you need to have double this size available on your hard "
-                               "drive for temporary files.  Also, the append operation will be slow.  Do you want to continue?";
+const std::string kLargeFlat = "Disk larger than 1.99Gb: A single file larger than 2 GB cannot be kept on a host file system that "
+                               "limits the size of a file (FAT32 holds at most 4 GB).  \"Preallocated virtual disk, split into "
+                               "files\" makes pieces of 2 GB.  Do you want to continue?";
 const std::string kLargeIde = "Very Large Disk: Warning - Disk size large for IDE controller - do you want to contunue?";
 
 }  // namespace
@@ -82,7 +83,6 @@ TEST(DiskChecks, AnyExistingFileOfTheDiskRefuses) {
 
 TEST(DiskNames, RefusedWithTheReasonAndAllowedUpTo240Bytes) {
     const std::pair<std::string, const char*> refused[] = {
-        {".vmdk", "there is nothing before \".vmdk\"."},
         {"a\"b.vmdk", "it holds a double quote (\"), which ends the name inside the descriptor."},
         {"a\rb", "it holds a control character"}, {std::string("a\x7f", 2), "it holds a control character"},
         {"sub/a.vmdk", "it holds a folder separator"},
@@ -93,6 +93,8 @@ TEST(DiskNames, RefusedWithTheReasonAndAllowedUpTo240Bytes) {
         EXPECT_TRUE(text.starts_with("Invalid Disk Name: The disk name \"")) << text;
         EXPECT_NE(text.find(why), std::string::npos) << text;
     }
+    EXPECT_EQ(shown(checkDiskName(".vmdk")),
+              "Invalid Disk Name: The new disk has no name: type one in Disk Name (\".vmdk\" is added to it).");
     for (const std::string& fine : {std::string("Backup RW disk.vmdk"), std::string("at:10"), std::string("Überplatte.vmdk"),
                                     std::string(240, 'x') + ".vmdk"})
         EXPECT_FALSE(checkDiskName(fine)) << fine;

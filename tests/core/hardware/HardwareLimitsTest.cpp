@@ -110,3 +110,18 @@ TEST(RemoveHardware, MemoryAndTheLastCpuStay) {
     EXPECT_FALSE(canRemoveDevice(DeviceType::Memory, 1) || canRemoveDevice(DeviceType::Cpu, 1));
     EXPECT_TRUE(canRemoveDevice(DeviceType::Cpu, 2) && canRemoveDevice(DeviceType::CdRom, 1));
 }
+
+TEST(AddHardwareRows, TypesAtTheirLimitStayListedTypesTheProductLacksDoNot) {
+    auto names = [](const std::vector<DeviceType>& types) {
+        std::string joined;
+        for (DeviceType t : types) joined += (joined.empty() ? "" : ", ") + GetText(deviceTypeNameId(t));
+        return joined;
+    };
+    const DeviceMaxima noScsi{1, 2, 0};
+    const DeviceCounts full = counts({{DeviceType::Memory, 1}, {DeviceType::Floppy, 2}, {DeviceType::Network, 2}});
+    EXPECT_EQ(names(listedDeviceTypes(full, noScsi)),
+              "CPU, Memory, Floppy Drive, Parallel Port, Serial Port, Sound Adapter, Network Adapter, USB Controller, "
+              "IDE Controller, Hard Disk, DVD/CD-ROM Drive, Display, Mouse");
+    EXPECT_EQ(names(listedDeviceTypes(counts({{DeviceType::GenericScsi, 1}}), noScsi)).find("Generic SCSI Device") == std::string::npos,
+              false) << "a type the machine holds is listed even where the product lacks it";
+}

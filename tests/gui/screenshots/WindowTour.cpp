@@ -50,7 +50,7 @@ constexpr const char* kEveryDevice =
     "floppy0.fileName = \"/srv/images/boot.flp\"\r\nserial0.present = \"TRUE\"\r\nserial0.fileType = \"pipe\"\r\n"
     "serial0.fileName = \"/tmp/com1\"\r\nserial0.pipe.endPoint = \"server\"\r\nparallel0.present = \"TRUE\"\r\n"
     "parallel0.fileType = \"device\"\r\nparallel0.fileName = \"/dev/parport0\"\r\nparallel0.bidirectional = \"TRUE\"\r\n"
-    "ethernet0.present = \"TRUE\"\r\nethernet0.connectionType = \"nat\"\r\nsound.present = \"TRUE\"\r\n"
+    "ethernet0.present = \"TRUE\"\r\nethernet0.connectionType = \"nat\"\r\nsound.present = \"TRUE\"\r\nsound.virtualDev = \"es1371\"\r\n"
     "usb.present = \"TRUE\"\r\nscsi0.present = \"TRUE\"\r\nscsi0.virtualDev = \"lsilogic\"\r\n"
     "scsi0:0.present = \"TRUE\"\r\nscsi0:0.fileName = \"Data.vmdk\"\r\nscsi0:1.present = \"TRUE\"\r\n"
     "scsi0:1.deviceType = \"scsi-passthru\"\r\nscsi0:1.fileName = \"/dev/sg1\"\r\nsvga.maxWidth = \"1600\"\r\n"
@@ -178,6 +178,7 @@ private:
         preset.languageOffset = lang_;
         arden::gui::frmCreateHD create(preset, &window_);
         create.findChild<QLineEdit*>("txtNewDisk")->setText("WinXPPro-data");
+        create.findChild<QLineEdit*>("txtFolder")->setText(QString::fromStdString(kNeutralFolder + "/WinXP"));  // shown only
         create.show();
         create.adjustSize();
         show(&create, "create-disk");
@@ -202,6 +203,7 @@ private:
         createDisk(data);
         DiskReadResult read = readDiskInformation(data.descriptorPath);
         if (!read.information) return;
+        read.information->folder = kNeutralFolder + "/WinXP";  // the user's folder, not the scratch copy
         arden::Message summary = diskSummaryMessage(*read.information, DiskBus::Scsi);
         QMessageBox box(QMessageBox::Information, arden::gui::uiText(summary.title, lang_),
                         arden::gui::uiText(summary.text, lang_), QMessageBox::Ok, &window_);
