@@ -9,6 +9,7 @@
 #include <QGroupBox>
 #include <QHeaderView>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSet>
@@ -101,7 +102,8 @@ QStringList englishCaptions(QWidget* window, int offset) {
         if (!w->isVisibleTo(window)) continue;
         QString text;
         if (auto* l = qobject_cast<QLabel*>(w)) text = l->text();
-        else if (auto* b = qobject_cast<QAbstractButton*>(w)) text = b->text();
+        else if (auto* b = qobject_cast<QAbstractButton*>(w); b && !qobject_cast<QMessageBox*>(window))
+            text = b->text();  // a message box's buttons are Qt's, translated where Qt's translations are installed
         else if (auto* g = qobject_cast<QGroupBox*>(w)) text = g->title();
         text.remove('&');
         for (const char* ending : {":", "..."})
