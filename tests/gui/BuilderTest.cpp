@@ -147,6 +147,16 @@ TEST(BuilderPages, GeneralListsFollowEachOtherAndTheSummaryFollows) {
     EXPECT_EQ(families->currentText(), "Other");
     EXPECT_EQ(b->configuration().product.guestId, "other");
 
+    // The products beyond the original nine: their versions, guests and limits.
+    ASSERT_TRUE(pick(platform, "ESXi"));
+    EXPECT_EQ(version->currentText(), "8.0 U2");
+    EXPECT_EQ(child<QLabel>(b.get(), "lblProductHardware")->text(), "ESXi 8.0 U2, hardware version 21");
+    ASSERT_TRUE(pick(families, "Microsoft Windows"));
+    ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboGuestVersions"), "Windows 11 (64 bit)"));
+    EXPECT_EQ(b->configuration().product.guestId, "windows11-64");
+    chooseDevice(b.get(), DeviceType::Memory);
+    EXPECT_EQ(child<QLabel>(b.get(), "lblMemoryRange")->text(), "4 - 25149440 MB");
+
     child<QPlainTextEdit>(b.get(), "txtNotes")->setPlainText("first\nsecond");
     EXPECT_EQ(b->configuration().identity.notes, "first\r\nsecond");
 }
