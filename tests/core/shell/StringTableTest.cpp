@@ -71,9 +71,10 @@ TEST(StringTable, EveryLanguageHoldsEveryEnglishText) {
         for (const Language& language : kLanguages) {
             const std::string& translated = GetText(id + language.offset);
             EXPECT_FALSE(translated.empty()) << language.code << " lacks " << id << " \"" << text << "\"";
-            if (translated == text)
+            if (translated == text) {
                 EXPECT_TRUE(maySpellAsEnglish(id, language.code))
                     << language.code << " " << id + language.offset << " is still English: \"" << text << "\"";
+            }
         }
     }
     // A few texts as a German, French, Spanish and Italian user reads them.

@@ -48,7 +48,7 @@ QStringList captionsOf(QWidget* root) {
 // the program adds to it (":" or "..."); none when the caption is no text of the table.
 QStringList germanOf(const QString& caption) {
     QStringList german;
-    for (const QString ending : {QString(), QStringLiteral(":"), QStringLiteral("...")}) {
+    for (const QString& ending : {QString(), QStringLiteral(":"), QStringLiteral("...")}) {
         if (!caption.endsWith(ending)) continue;
         const QString text = caption.chopped(ending.size());
         for (int id = 1; id < 500; ++id)
@@ -91,7 +91,9 @@ TEST_F(MainWindow, ChoosingGermanShowsEveryCaptionInGermanAtOnceAndEnglishRestor
         QMessageBox box(QMessageBox::Question, "", "", QMessageBox::Yes | QMessageBox::No);
         return box.button(QMessageBox::Yes)->text().remove('&') + "|" + box.button(QMessageBox::No)->text().remove('&');
     };
-    if (QFile::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath) + "/qtbase_de.qm")) EXPECT_EQ(yesNo(), "Ja|Nein");
+    if (QFile::exists(QLibraryInfo::path(QLibraryInfo::TranslationsPath) + "/qtbase_de.qm")) {
+        EXPECT_EQ(yesNo(), "Ja|Nein");
+    }
 
     chooseLanguage(*window, "optLangEn");
     EXPECT_EQ(captionsOf(window.get()), english);
