@@ -92,6 +92,7 @@ EntryEdit loadEntry(const Args& args, std::size_t argumentCount, const std::stri
 }
 
 int runAdd(Args args) {
+    const bool dryRun = takeFlag(args, "--dry-run");
     bool missing = false;
     auto node = takeOption(args, "--node", missing);
     auto file = takeOption(args, "--file", missing);
@@ -130,12 +131,13 @@ int runAdd(Args args) {
                                                     " was not added: it needs a free IDE or SCSI node (each SCSI Controller adds seven)");
         }
     }
-    if (int rc = saveEditedConfiguration(args[0], *config); rc != Success) return rc;
+    if (int rc = saveEditedConfiguration(args[0], *config, false, dryRun); rc != Success || dryRun) return rc;
     printEntry(store, device);
     return Success;
 }
 
 int runRemove(Args args) {
+    const bool dryRun = takeFlag(args, "--dry-run");
     EntryEdit edit = loadEntry(args, 2, "device remove needs a FILE and an ENTRY");
     if (!edit.device) return edit.exitCode;
     DeviceStore& store = edit.config->devices;
@@ -145,12 +147,13 @@ int runRemove(Args args) {
         return refuse("Device Not Removable", text + " cannot be removed: a machine keeps its memory and at least one CPU");
     }
     store.remove(device.type, device.identifier);
-    if (int rc = saveEditedConfiguration(args[0], *edit.config); rc != Success) return rc;
+    if (int rc = saveEditedConfiguration(args[0], *edit.config, false, dryRun); rc != Success || dryRun) return rc;
     std::cout << "Removed " << text << '\n';
     return Success;
 }
 
 int runNode(Args args) {
+    const bool dryRun = takeFlag(args, "--dry-run");
     EntryEdit edit = loadEntry(args, 3, "device node needs a FILE, an ENTRY and a NODE");
     if (!edit.device) return edit.exitCode;
     std::optional<VmConfiguration>& config = edit.config;
@@ -166,7 +169,7 @@ int runNode(Args args) {
         std::cerr << store.displayText(*device) << " stays on " << placedNodeLabel(*device) << ": nothing was written.\n";
         return choice.message ? Refused : Success;
     }
-    if (int rc = saveEditedConfiguration(args[0], *config); rc != Success) return rc;
+    if (int rc = saveEditedConfiguration(args[0], *config, false, dryRun); rc != Success || dryRun) return rc;
     printEntry(store, *device);
     if (choice.movedType) printEntry(store, *store.find(*choice.movedType, choice.movedIdentifier));
     return Success;
@@ -185,6 +188,7 @@ int runDevice(Args args) {
 }
 
 int runMemory(Args args) {
+    const bool dryRun = takeFlag(args, "--dry-run");
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 2) return usageError("memory needs a FILE and a size in MB");
     auto config = loadConfiguration(args[0]);
@@ -200,7 +204,7 @@ int runMemory(Args args) {
         std::cerr << "Memory is a multiple of 4 MB: " << trimBlanks(args[1]) << " MB was rounded down to "
                   << *check.megabytes << " MB.\n";
     }
-    if (int rc = saveEditedConfiguration(args[0], *config); rc != Success) return rc;
+    if (int rc = saveEditedConfiguration(args[0], *config, false, dryRun); rc != Success || dryRun) return rc;
     std::cout << "Memory: " << *check.megabytes << " MB\n";
     return Success;
 }

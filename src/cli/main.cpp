@@ -32,54 +32,54 @@ const Command kCommands[] = {
      "      the hardware list and the number of kept lines; what the loader noticed goes to\n"
      "      standard error as FILE:LINE: text."},
     {"resave", arden::cli::runResave,
-     "resave FILE [--output OUT] [--backup] [--yes]\n"
+     "resave FILE [--output OUT] [--backup] [--yes] [--dry-run]\n"
      "      Load FILE and write it back (to OUT when given); --backup first copies FILE to FILE.bak.\n"
      "      A machine in use (a NAME.vmx.lck beside it) or a read-only file is written only with --yes."},
     {"check", arden::cli::runCheck,
      "check FILE\n"
      "      Load FILE and run the save checks without writing."},
     {"set", arden::cli::runSet,
-     "set FILE [--name TEXT] [--notes TEXT] [--platform P] [--version V] [--guest ID] [--yes]\n"
+     "set FILE [--name TEXT] [--notes TEXT] [--platform P] [--version V] [--guest ID] [--yes] [--dry-run]\n"
      "      Change the display name, the notes, the product (P and V as for new: a platform alone\n"
      "      takes its last version, a version alone keeps the machine's platform) or the guest\n"
      "      operating system, named as a file writes it (e.g. winXPPro, rhel4, otherlinux) and of a\n"
      "      family the product offers. Adapter types the new product lacks become AMD Lance, with\n"
      "      a notice. FILE is copied to FILE.bak first; --yes answers the questions of resave."},
     {"option", arden::cli::runOption,
-     "option FILE [NAME VALUE]... [--yes]\n"
+     "option FILE [NAME VALUE]... [--yes] [--dry-run]\n"
      "      Without NAME, list the settings of the Options tab, one a line: name and value,\n"
      "      tab-separated. With NAME VALUE pairs, set them: yes or no for a flag (\"snapshots\",\n"
      "      \"drag-and-drop\", \"debug\" ...), one of the listed words for a choice (\"power-off\"\n"
      "      hard|soft, \"when-powering-off\" keep|revert|take-new|ask ...), a folder for\n"
      "      \"log-folder\". FILE is copied to FILE.bak first."},
     {"device", arden::cli::runDevice,
-     "device add FILE TYPE [--node NODE] [--file PATH]\n"
+     "device add FILE TYPE [--node NODE] [--file PATH] [--dry-run]\n"
      "      Add a device of TYPE (its English name, e.g. \"Hard Disk\", \"DVD/CD-ROM Drive\",\n"
      "      \"Serial Port\") within the machine's limits and print its entry and node. A disk-like\n"
      "      device takes NODE (e.g. \"IDE 1:0\") or the first free node, IDE before SCSI; --file\n"
      "      points it at a disk, image, output file or host device (needed for \"Hard Disk\" and\n"
      "      \"Generic SCSI Device\").\n"
-     "  device remove FILE ENTRY\n"
+     "  device remove FILE ENTRY [--dry-run]\n"
      "      Remove the hardware entry whose text is ENTRY (e.g. \"CD-ROM 1\").\n"
-     "  device node FILE ENTRY NODE\n"
+     "  device node FILE ENTRY NODE [--dry-run]\n"
      "      Put ENTRY on NODE; a disk-like device holding NODE moves to the first free node.\n"
      "      Each edit first copies FILE to FILE.bak; notices are printed and the command goes on."},
     {"memory", arden::cli::runMemory,
-     "memory FILE MB\n"
+     "memory FILE MB [--dry-run]\n"
      "      Set the memory within the range of the machine's product and version, rounded down\n"
      "      to a multiple of 4 MB; FILE is copied to FILE.bak first."},
     {"nic", arden::cli::runNic,
      "nic FILE N [--type vlance|vmxnet|e1000] [--connection bridged|hostonly|nat|VMnetK]\n"
-     "           [--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no]\n"
+     "           [--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no] [--dry-run]\n"
      "      Edit network adapter N (ethernetN, from 0): a type the product offers, the connection\n"
      "      (VMnet0 to VMnet9 for a custom network), a generated address or a static one in\n"
      "      00:50:56:00:00:00-00:50:56:3F:FF:FF, the offset of a generated address (a 32-bit\n"
      "      number). FILE is copied to FILE.bak first."},
     {"share", arden::cli::runShare,
-     "share add FILE NAME HOSTPATH [--read-only] [--this-session] [--disabled] [--yes]\n"
+     "share add FILE NAME HOSTPATH [--read-only] [--this-session] [--disabled] [--yes] [--dry-run]\n"
      "      Share host folder HOSTPATH with the guest as NAME. A folder missing on this computer\n"
      "      is asked about and the question answered No unless --yes.\n"
-     "  share remove FILE NAME\n"
+     "  share remove FILE NAME [--dry-run]\n"
      "  share list FILE\n"
      "      Remove a share, or print the shares one a line: name, host folder and attributes,\n"
      "      tab-separated. Each edit first copies FILE to FILE.bak."},
@@ -111,6 +111,9 @@ const Command kCommands[] = {
 int printHelp(std::ostream& out) {
     out << "Usage: arden-forge-cli COMMAND [ARGS]\n\nCommands:\n";
     for (const Command& c : kCommands) out << "  " << c.usage << "\n";
+    out << "\nWith --dry-run an editing command writes nothing (no FILE.bak either): it prints the unified\n"
+           "diff of the file on disk against what it would write, for patch to apply, and exits as the\n"
+           "command would (0 when it would write, the usual refusal otherwise).\n";
     out << "\nExit codes: 0 success, 1 refused (the reason is printed as \"title: text\"), 2 usage error.\n";
     return 0;
 }
