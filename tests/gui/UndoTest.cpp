@@ -185,6 +185,32 @@ TEST(Undo, ANodeMoveIsUndoneWithTheDeviceItMovedAside) {
     EXPECT_EQ(column(list, 1), movedSummaries);
 }
 
+// Typing that ends where it began is no step; a new machine exists only in the editor, and
+// undoing its edits leaves it unsaved.
+TEST(Undo, TypingBackToTheStartIsNoStepAndANewMachineStaysUnsaved) {
+    ScratchDir dir;
+    PromptScript script;
+    writeBytes(dir / "typed.vmx", kMachine);
+    auto b = openFile(dir / "typed.vmx");
+    auto* box = child<QLineEdit>(b.get(), "txtDisplayName");
+    box->end(false);
+    box->insert("x");
+    EXPECT_TRUE(b->ChangesPending());
+    box->backspace();
+    EXPECT_FALSE(b->history()->canUndo());
+    EXPECT_FALSE(b->ChangesPending());
+
+    auto fresh = newMachine("Fresh", dir.path());
+    clickBox(fresh.get(), "chkDebug");
+    fresh->history()->undo();
+    EXPECT_TRUE(fresh->ChangesPending()) << "never saved";
+    ASSERT_TRUE(fresh->CreateVmxFile());
+    fresh->history()->redo();
+    EXPECT_TRUE(fresh->ChangesPending());
+    fresh->history()->undo();
+    EXPECT_FALSE(fresh->ChangesPending()) << "back at the state just saved";
+}
+
 QString tabText(QTabWidget* tabs) { return tabs->tabText(tabs->currentIndex()); }
 
 TEST_F(MainWindow, UndoingToTheSavedStateClearsTheMarkAndTheCloseQuestion) {

@@ -172,16 +172,20 @@ void Builder::recordEdit() {
     emit stateChanged();
 }
 
-void Builder::showRestored(const ConfigurationChange& change) {
-    // Every page shows the machine of the step; the page of what the step changed comes to
-    // the front, and otherwise the device that was shown stays shown.
-    const auto* shown = qobject_cast<DevicePage*>(hardware_->pages()->currentWidget());
-    const DeviceType shownType = shown ? shown->deviceType() : DeviceType::Cpu;
-    const std::string shownIdentifier = shown ? shown->identifier() : std::string();
-    fill();
-    // A device added by the step is gone once it is undone: the device shown before stays.
-    const bool stepDeviceShown = change.onHardware && hardware_->chooseEntry(change.deviceType, change.deviceIdentifier);
-    if (!stepDeviceShown) hardware_->chooseEntry(shownType, shownIdentifier);
+void Builder::showRestored(const ConfigurationChange& change, bool devices, bool options) {
+    // The pages that show what differs show the machine of the step (only those: a step is
+    // taken back at once on a machine of a hundred devices); the page of what the step changed
+    // comes to the front, and otherwise the device that was shown stays shown.
+    if (options) options_->fill();
+    if (devices) {
+        const auto* shown = qobject_cast<DevicePage*>(hardware_->pages()->currentWidget());
+        const DeviceType shownType = shown ? shown->deviceType() : DeviceType::Cpu;
+        const std::string shownIdentifier = shown ? shown->identifier() : std::string();
+        hardware_->fill();
+        // A device added by the step is gone once it is undone: the device shown before stays.
+        if (!change.onHardware || !hardware_->chooseEntry(change.deviceType, change.deviceIdentifier))
+            hardware_->chooseEntry(shownType, shownIdentifier);
+    }
     if (change.onHardware) {
         sstMain_->setCurrentIndex(1);
     } else if (change.optionPage >= 0) {

@@ -94,7 +94,7 @@ private:
     void setChangesPending(bool pending);
     void pageEdited();
     void recordEdit();
-    void showRestored(const ConfigurationChange& change);
+    void showRestored(const ConfigurationChange& change, bool devices, bool options);
     void fill();
 
     VmConfiguration config_;

@@ -85,9 +85,15 @@ TextParts EditHistory::redoName() const {
 }
 
 void EditHistory::restore(const std::shared_ptr<const VmConfiguration>& state, const ConfigurationChange& change) {
-    config_ = *state;
+    const VmConfiguration& s = *state;
+    const bool product = !(config_.product == s.product);
+    const bool devices = product || !(config_.devices == s.devices);
+    const bool options = product || !(config_.identity == s.identity) || !(config_.power == s.power) ||
+                         !(config_.sharedFolders == s.sharedFolders) || !(config_.snapshots == s.snapshots) ||
+                         !(config_.isolation == s.isolation) || !(config_.advanced == s.advanced);
+    config_ = s;
     recorded_ = state;
-    emit restored(change);
+    emit restored(change, devices, options);
 }
 
 }  // namespace arden::gui

@@ -39,8 +39,10 @@ public:
     QUndoStack* stack() const { return stack_; }
 
 signals:
-    // The machine was set back or forward to a step's state; `change` says what the step changed.
-    void restored(const arden::ConfigurationChange& change);
+    // The machine was set back or forward to a step's state; `change` says what the step changed,
+    // `devices` whether the devices (or the product their pages follow) differ from before,
+    // `options` whether anything the option pages show does.
+    void restored(const arden::ConfigurationChange& change, bool devices, bool options);
 
 private:
     friend class EditStep;
