@@ -76,6 +76,7 @@ int runResave(Args args) {
     auto output = takeOption(args, "--output", missing);
     bool backup = takeFlag(args, "--backup");
     bool yes = takeFlag(args, "--yes");
+    const bool dryRun = takeFlag(args, "--dry-run");
     if (missing) return usageError("--output needs a file name");
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 1) return usageError("resave needs one FILE");
@@ -98,6 +99,13 @@ int runResave(Args args) {
         config->identity.vmxFileName = pathText(out.filename());
     }
     if (!questionsAnswered(*config, yes)) return Refused;
+    if (dryRun) {
+        if (auto refusal = checkSave(*config)) {
+            printMessage(*refusal);
+            return Refused;
+        }
+        return printChanges(*config);
+    }
     if (backup && !backupMade(args[0])) return Refused;
     return writeConfiguration(*config);
 }

@@ -5,9 +5,15 @@
 
 #include "core/config/ProductTables.h"
 #include "core/config/SaveFlow.h"
+#include "core/config/SavePreview.h"
 #include "core/config/VmxLoader.h"
 #include "core/hardware/NetworkAdapter.h"
 #include "core/support/PathText.h"
+
+#ifdef _WIN32
+#include <fcntl.h>
+#include <io.h>
+#endif
 
 namespace arden::cli {
 
@@ -76,12 +82,29 @@ int saveConfiguration(VmConfiguration config, bool printPath, bool yes) {
     return writeConfiguration(config, printPath);
 }
 
-int saveEditedConfiguration(const std::string& file, VmConfiguration config, bool yes) {
+int printChanges(const VmConfiguration& config) {
+    SavePreview preview = previewSave(config);
+    if (preview.readError) {
+        printMessage(Message{MessageKind::Critical, {TextPart::fixed("Unable to Read")}, {TextPart::fixed(*preview.readError)}});
+        return Refused;
+    }
+    if (preview.diff.empty()) std::cerr << preview.path << ": a save would change nothing.\n";
+#ifdef _WIN32
+    // The diff holds the file's own line endings: written as bytes, as patch reads them.
+    std::cout.flush();
+    _setmode(_fileno(stdout), _O_BINARY);
+#endif
+    std::cout << preview.diff;
+    return Success;
+}
+
+int saveEditedConfiguration(const std::string& file, VmConfiguration config, bool yes, bool dryRun) {
     if (!questionsAnswered(config, yes)) return Refused;
     if (auto refusal = checkSave(config)) {
         printMessage(*refusal);
         return Refused;
     }
+    if (dryRun) return printChanges(config);
     if (!backupMade(file)) return Refused;
     return writeConfiguration(config, false);
 }

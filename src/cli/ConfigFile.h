@@ -33,8 +33,14 @@ int writeConfiguration(const VmConfiguration& config, bool printPath = true);
 // An edit of FILE that was loaded as `config`: after the questions and the save checks, the
 // backup FILE.bak is made (its notice printed), then the edited configuration is saved.
 // Nothing is written when a question is answered No, and the file stays as it was when the
-// backup or the save fails.
-int saveEditedConfiguration(const std::string& file, VmConfiguration config, bool yes = false);
+// backup or the save fails. With `dryRun` the questions and checks are the same, and then the
+// changes are printed (printChanges) instead of anything being written.
+int saveEditedConfiguration(const std::string& file, VmConfiguration config, bool yes = false,
+                            bool dryRun = false);
+
+// --dry-run: prints on standard output the unified diff of the file on disk against what a
+// save of `config` would write (from /dev/null when the file is not there yet); writes nothing.
+int printChanges(const VmConfiguration& config);
 
 // Makes the backup FILE.bak and prints its notice; false when it could not be made.
 bool backupMade(const std::string& file);

@@ -96,6 +96,7 @@ EntryEdit loadEntry(const Args& args, std::size_t argumentCount, const std::stri
 
 int runAdd(Args args) {
     const bool yes = takeFlag(args, "--yes");
+    const bool dryRun = takeFlag(args, "--dry-run");
     bool missing = false;
     auto node = takeOption(args, "--node", missing);
     auto file = takeOption(args, "--file", missing);
@@ -135,13 +136,14 @@ int runAdd(Args args) {
                                                     " was not added: it needs a free IDE or SCSI node (each SCSI Controller adds seven)");
         }
     }
-    if (int rc = saveEditedConfiguration(args[0], *config, yes); rc != Success) return rc;
+    if (int rc = saveEditedConfiguration(args[0], *config, yes, dryRun); rc != Success || dryRun) return rc;
     printEntry(store, device);
     return Success;
 }
 
 int runRemove(Args args) {
     const bool yes = takeFlag(args, "--yes");
+    const bool dryRun = takeFlag(args, "--dry-run");
     EntryEdit edit = loadEntry(args, 2, "device remove needs a FILE and an ENTRY");
     if (!edit.device) return edit.exitCode;
     DeviceStore& store = edit.config->devices;
@@ -151,13 +153,14 @@ int runRemove(Args args) {
         return refuse("Device Not Removable", text + " cannot be removed: a machine keeps its memory and at least one CPU");
     }
     store.remove(device.type, device.identifier);
-    if (int rc = saveEditedConfiguration(args[0], *edit.config, yes); rc != Success) return rc;
+    if (int rc = saveEditedConfiguration(args[0], *edit.config, yes, dryRun); rc != Success || dryRun) return rc;
     std::cout << "Removed " << text << '\n';
     return Success;
 }
 
 int runNode(Args args) {
     const bool yes = takeFlag(args, "--yes");
+    const bool dryRun = takeFlag(args, "--dry-run");
     EntryEdit edit = loadEntry(args, 3, "device node needs a FILE, an ENTRY and a NODE");
     if (!edit.device) return edit.exitCode;
     std::optional<VmConfiguration>& config = edit.config;
@@ -173,7 +176,7 @@ int runNode(Args args) {
         std::cerr << store.displayText(*device) << " stays on " << placedNodeLabel(*device) << ": nothing was written.\n";
         return choice.message ? Refused : Success;
     }
-    if (int rc = saveEditedConfiguration(args[0], *config, yes); rc != Success) return rc;
+    if (int rc = saveEditedConfiguration(args[0], *config, yes, dryRun); rc != Success || dryRun) return rc;
     printEntry(store, *device);
     if (choice.movedType) printEntry(store, *store.find(*choice.movedType, choice.movedIdentifier));
     return Success;
@@ -193,6 +196,7 @@ int runDevice(Args args) {
 
 int runMemory(Args args) {
     const bool yes = takeFlag(args, "--yes");
+    const bool dryRun = takeFlag(args, "--dry-run");
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 2) return usageError("memory needs a FILE and a size in MB");
     auto config = loadConfiguration(args[0]);
@@ -208,13 +212,14 @@ int runMemory(Args args) {
         std::cerr << "Memory is a multiple of 4 MB: " << trimBlanks(args[1]) << " MB was rounded down to "
                   << *check.megabytes << " MB.\n";
     }
-    if (int rc = saveEditedConfiguration(args[0], *config, yes); rc != Success) return rc;
+    if (int rc = saveEditedConfiguration(args[0], *config, yes, dryRun); rc != Success || dryRun) return rc;
     std::cout << "Memory: " << *check.megabytes << " MB\n";
     return Success;
 }
 
 int runSound(Args args) {
     const bool yes = takeFlag(args, "--yes");
+    const bool dryRun = takeFlag(args, "--dry-run");
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     std::string words;
     for (const SoundAdapterType& t : soundAdapterTypes()) words += (words.empty() ? "" : ", ") + std::string(t.cliName);
@@ -228,7 +233,7 @@ int runSound(Args args) {
         return refuse("No Sound Adapter", args[0] + " has no sound adapter; add one with: device add FILE \"Sound Adapter\"");
     Device& sound = *store.find(DeviceType::Sound, store.devices(DeviceType::Sound)[0].identifier);
     if (setSoundAdapter(sound.settings, *position)) {
-        if (int rc = saveEditedConfiguration(args[0], *config, yes); rc != Success) return rc;
+        if (int rc = saveEditedConfiguration(args[0], *config, yes, dryRun); rc != Success || dryRun) return rc;
     }
     std::cout << "Sound Adapter: " << soundAdapterTypes()[static_cast<std::size_t>(*position)].name << '\n';
     return Success;

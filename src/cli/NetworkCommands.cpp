@@ -109,6 +109,7 @@ int runShareAdd(Args args) {
     const bool thisSession = takeFlag(args, "--this-session");
     const bool disabled = takeFlag(args, "--disabled");
     const bool yes = takeFlag(args, "--yes");
+    const bool dryRun = takeFlag(args, "--dry-run");
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 3) return usageError("share add needs a FILE, a NAME and a HOSTPATH");
     auto config = loadConfiguration(args[0]);
@@ -133,11 +134,12 @@ int runShareAdd(Args args) {
     share.enabled = !disabled;
     folders.push_back(std::move(share));
     // --yes also converts a file whose encoding cannot hold the name or the folder.
-    return saveEditedConfiguration(args[0], *config, yes);
+    return saveEditedConfiguration(args[0], *config, yes, dryRun);
 }
 
 int runShareRemove(Args args) {
     const bool yes = takeFlag(args, "--yes");
+    const bool dryRun = takeFlag(args, "--dry-run");
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 2) return usageError("share remove needs a FILE and a NAME");
     auto config = loadConfiguration(args[0]);
@@ -147,7 +149,7 @@ int runShareRemove(Args args) {
     for (auto f = folders.begin(); f != folders.end(); ++f) {
         if (f->name == args[1]) {
             folders.erase(f);
-            return saveEditedConfiguration(args[0], *config, yes);
+            return saveEditedConfiguration(args[0], *config, yes, dryRun);
         }
         names += (names.empty() ? "\"" : ", \"") + f->name + "\"";
     }
@@ -178,6 +180,7 @@ int runNic(Args args) {
         return usageError("the adapter number must be 0 or more (ethernetN), not \"" + args[1] + "\"");
     const std::string file = args[0];
     args.erase(args.begin(), args.begin() + 2);
+    const bool dryRun = takeFlag(args, "--dry-run");
     auto config = loadConfiguration(file);
     if (!config) return Refused;
     Device* nic = config->devices.findByNumber(DeviceType::Network, number);
@@ -185,7 +188,7 @@ int runNic(Args args) {
         return refuse("No Such Adapter", file + " has no network adapter ethernet" + std::to_string(number) + "; " +
                                              adapterNames(config->devices) + ".");
     if (int rc = editAdapter(*config, *nic, args); rc != Success) return rc;
-    return saveEditedConfiguration(file, *config, yes);
+    return saveEditedConfiguration(file, *config, yes, dryRun);
 }
 
 int runShare(Args args) {

@@ -97,6 +97,7 @@ const OptionEntry* findOption(std::string_view name) {
 
 int runOption(Args args) {
     const bool yes = takeFlag(args, "--yes");
+    const bool dryRun = takeFlag(args, "--dry-run");
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.empty() || args.size() % 2 == 0) return usageError("option needs a FILE and then NAME VALUE pairs");
     auto config = loadConfiguration(args[0]);
@@ -111,7 +112,7 @@ int runOption(Args args) {
         if (std::string wanted = store(*o, *config, args[i + 1]); !wanted.empty())
             return usageError(std::string(o->name) + " takes " + wanted + ", not \"" + args[i + 1] + "\"");
     }
-    if (int rc = saveEditedConfiguration(args[0], *config, yes); rc != Success) return rc;
+    if (int rc = saveEditedConfiguration(args[0], *config, yes, dryRun); rc != Success || dryRun) return rc;
     for (std::size_t i = 1; i < args.size(); i += 2) {
         const OptionEntry* o = findOption(args[i]);
         std::cout << o->name << '\t' << valueOf(*o, *config) << '\n';

@@ -40,6 +40,7 @@ int runSet(Args args) {
     const auto versionText = takeOption(args, "--version", missing);
     const auto guest = takeOption(args, "--guest", missing);
     const bool yes = takeFlag(args, "--yes");
+    const bool dryRun = takeFlag(args, "--dry-run");
     if (missing) return usageError("--name, --notes, --platform, --version and --guest need a value");
     if (auto unknown = firstUnknownOption(args); !unknown.empty()) return usageError("unknown option " + unknown);
     if (args.size() != 1) return usageError("set needs one FILE");
@@ -84,7 +85,7 @@ int runSet(Args args) {
     if (adaptersChanged) printMessage(*adaptersChanged);
     if (name) config->identity.displayName = *name;
     if (notes) config->identity.notes = *notes;
-    if (int rc = saveEditedConfiguration(args[0], *config, yes); rc != Success) return rc;
+    if (int rc = saveEditedConfiguration(args[0], *config, yes, dryRun); rc != Success || dryRun) return rc;
     printTarget(*config);
     return Success;
 }

@@ -34,7 +34,7 @@ const Command kCommands[] = {
      "      the hardware list and the number of kept lines; what the loader noticed goes to\n"
      "      standard error as FILE:LINE: text."},
     {"resave", arden::cli::runResave,
-     "resave FILE [--output OUT] [--backup] [--yes]\n"
+     "resave FILE [--output OUT] [--backup] [--yes] [--dry-run]\n"
      "      Load FILE and write it back (to OUT when given); --backup first copies FILE to FILE.bak.\n"
      "      A machine in use (a NAME.vmx.lck beside it), a read-only file or two network adapters\n"
      "      with one static address are asked about, as the desktop program asks: the question is\n"
@@ -43,7 +43,7 @@ const Command kCommands[] = {
      "check FILE\n"
      "      Load FILE and run the save checks without writing."},
     {"set", arden::cli::runSet,
-     "set FILE [--name TEXT] [--notes TEXT] [--platform P] [--version V] [--guest ID] [--yes]\n"
+     "set FILE [--name TEXT] [--notes TEXT] [--platform P] [--version V] [--guest ID] [--yes] [--dry-run]\n"
      "      Change the display name, the notes, the product (P and V as for new: a platform alone\n"
      "      takes its last version, a version alone keeps the machine's platform) or the guest\n"
      "      operating system, named as a file writes it (e.g. winXPPro, rhel4, otherlinux) and of a\n"
@@ -53,47 +53,47 @@ const Command kCommands[] = {
      "      --yes. FILE is copied to FILE.bak first; --yes also answers the questions of resave, and\n"
      "      converts the file to UTF-8 when its encoding cannot hold the name or the notes."},
     {"option", arden::cli::runOption,
-     "option FILE [NAME VALUE]... [--yes]\n"
+     "option FILE [NAME VALUE]... [--yes] [--dry-run]\n"
      "      Without NAME, list the settings of the Options tab, one a line: name and value,\n"
      "      tab-separated. With NAME VALUE pairs, set them: yes or no for a flag (\"snapshots\",\n"
      "      \"drag-and-drop\", \"debug\" ...), one of the listed words for a choice (\"power-off\"\n"
      "      hard|soft, \"when-powering-off\" keep|revert|take-new|ask ...), a folder for\n"
      "      \"log-folder\". FILE is copied to FILE.bak first."},
     {"device", arden::cli::runDevice,
-     "device add FILE TYPE [--node NODE] [--file PATH] [--yes]\n"
+     "device add FILE TYPE [--node NODE] [--file PATH] [--yes] [--dry-run]\n"
      "      Add a device of TYPE (its English name, e.g. \"Hard Disk\", \"DVD/CD-ROM Drive\",\n"
      "      \"Serial Port\") within the machine's limits and print its entry and node. A disk-like\n"
      "      device takes NODE (e.g. \"IDE 1:0\") or the first free node, IDE before SCSI; --file\n"
      "      points it at a disk, image, output file or host device (needed for \"Hard Disk\" and\n"
      "      \"Generic SCSI Device\"). An added network adapter gets a generated address and offset\n"
      "      as VMware numbers them.\n"
-     "  device remove FILE ENTRY [--yes]\n"
+     "  device remove FILE ENTRY [--yes] [--dry-run]\n"
      "      Remove the hardware entry whose text is ENTRY (e.g. \"CD-ROM 1\").\n"
-     "  device node FILE ENTRY NODE [--yes]\n"
+     "  device node FILE ENTRY NODE [--yes] [--dry-run]\n"
      "      Put ENTRY on NODE; a disk-like device holding NODE moves to the first free node.\n"
      "      Each edit first copies FILE to FILE.bak; notices are printed and the command goes on."},
     {"memory", arden::cli::runMemory,
-     "memory FILE MB [--yes]\n"
+     "memory FILE MB [--yes] [--dry-run]\n"
      "      Set the memory within the range of the machine's product and version, rounded down\n"
      "      to a multiple of 4 MB; FILE is copied to FILE.bak first."},
     {"sound", arden::cli::runSound,
-     "sound FILE es1371|sb16|sb16-synth [--yes]\n"
+     "sound FILE es1371|sb16|sb16-synth [--yes] [--dry-run]\n"
      "      Set the sound adapter's type: ES1371, SB16, or SB16 with the OPL3/Yamaha synthesiser\n"
      "      (sound.virtualDev, and sound.synth.operational for the synthesiser); FILE is copied\n"
      "      to FILE.bak first."},
     {"nic", arden::cli::runNic,
      "nic FILE N [--type vlance|vmxnet|e1000] [--connection bridged|hostonly|nat|VMnetK]\n"
-     "           [--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no] [--yes]\n"
+     "           [--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no] [--yes] [--dry-run]\n"
      "      Edit network adapter N (ethernetN, from 0): a type the product offers, the connection\n"
      "      (VMnet0 to VMnet9 for a custom network), a generated address or a static one in\n"
      "      00:50:56:00:00:00-00:50:56:3F:FF:FF, the offset of a generated address (a 32-bit\n"
      "      number). FILE is copied to FILE.bak first."},
     {"share", arden::cli::runShare,
-     "share add FILE NAME HOSTPATH [--read-only] [--this-session] [--disabled] [--yes]\n"
+     "share add FILE NAME HOSTPATH [--read-only] [--this-session] [--disabled] [--yes] [--dry-run]\n"
      "      Share host folder HOSTPATH with the guest as NAME. A folder missing on this computer\n"
      "      is asked about and the question answered No unless --yes (which also converts a file\n"
      "      whose encoding cannot hold NAME or HOSTPATH to UTF-8).\n"
-     "  share remove FILE NAME [--yes]\n"
+     "  share remove FILE NAME [--yes] [--dry-run]\n"
      "  share list FILE\n"
      "      Remove a share, or print the shares one a line: name, host folder and attributes,\n"
      "      tab-separated. Each edit first copies FILE to FILE.bak."},
@@ -127,6 +127,9 @@ int printHelp(std::ostream& out) {
     for (const Command& c : kCommands) out << "  " << c.usage << "\n";
     out << "\nEvery command takes --language de|fr|es|it to print the program's messages in that language\n"
            "(English without it; fixed technical texts stay English).\n";
+    out << "\nWith --dry-run an editing command writes nothing (no FILE.bak either): it prints the unified\n"
+           "diff of the file on disk against what it would write, for patch to apply, and exits as the\n"
+           "command would (0 when it would write, the usual refusal otherwise).\n";
     out << "\nExit codes: 0 success, 1 refused (the reason is printed as \"title: text\"), 2 usage error.\n";
     return 0;
 }

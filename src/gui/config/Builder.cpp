@@ -1,6 +1,7 @@
 #include "gui/config/Builder.h"
 
 #include <QTabWidget>
+#include <QUndoStack>
 #include <QVBoxLayout>
 #include <filesystem>
 #include <random>
@@ -10,6 +11,7 @@
 #include "core/hardware/NetworkAdapter.h"
 #include "core/config/VmxLoader.h"
 #include "core/hardware/DeviceKeys.h"
+#include "gui/config/EditHistory.h"
 #include "gui/hardware/DevicePages.h"
 #include "gui/hardware/HardwareListPanel.h"
 #include "gui/config/ConfigWidgets.h"
@@ -23,6 +25,9 @@ namespace {
 constexpr int kOptionsTabId = 12;     // "Options"
 constexpr int kHardwareTabId = 200;   // "Hardware"
 constexpr int kNewMachineNameId = 26; // "New VM"
+constexpr int kChangedOnDiskTitleId = 386;  // "Changed on Disk"
+constexpr int kChangedOnDiskId = 385;       // "The file on disk was changed by another program after it was opened."
+constexpr int kSaveOverItId = 387;          // "Save over it anyway?"
 
 std::filesystem::path toPath(const QString& text) { return std::filesystem::path(text.toStdWString()); }
 
@@ -40,13 +45,22 @@ Builder::Builder(QWidget* parent) : QWidget(parent) {
     connect(options_, &OptionsPanel::edited, this, &Builder::pageEdited);
     connect(options_, &OptionsPanel::displayNameChanged, this, &Builder::displayNameChanged);
     connect(options_, &OptionsPanel::machineFitted, this, [this] { hardware_->fill(); });
-    connect(hardware_, &HardwareListPanel::edited, this, [this] { setChangesPending(true); });
+    connect(hardware_, &HardwareListPanel::edited, this, &Builder::recordEdit);
+
+    history_ = new EditHistory(config_, this);
+    connect(history_, &EditHistory::restored, this, &Builder::showRestored);
+    connect(history_->stack(), &QUndoStack::cleanChanged, this, [this](bool clean) { setChangesPending(!clean); });
+    connect(history_->stack(), &QUndoStack::indexChanged, this, &Builder::stateChanged);
 
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(sstMain_);
 }
 
-Builder::~Builder() = default;
+Builder::~Builder() {
+    // The stack clears itself as it goes, and says so: nobody is to hear that from an editor
+    // being destroyed.
+    history_->stack()->blockSignals(true);
+}
 
 bool Builder::start() {
     UpdateUILabels(LanguageOffset);
@@ -74,6 +88,8 @@ bool Builder::start() {
                                               GetText(kNewMachineNameId + LanguageOffset), entropy());
     }
     fill();
+    history_->reset(EditExistingFile);
+    baseline_.take(config_.vmxPath());
     setChangesPending(!EditExistingFile);
     return true;
 }
@@ -102,8 +118,14 @@ bool Builder::CreateVmxFile() {
     // network adapters that carry one static address is the user's call; every question comes
     // before anything is written.
     if (!checkSave(config_)) {
-        for (const auto& question :
-             {inUseQuestion(config_), readOnlyQuestion(config_), duplicateStaticMacQuestion(config_.devices)}) {
+        std::optional<Message> changed;
+        if (changedOnDisk()) {
+            changed = Message{MessageKind::Question, {TextPart::fromId(kChangedOnDiskTitleId)},
+                              {TextPart::fixed(config_.vmxPath() + "\n\n"), TextPart::fromId(kChangedOnDiskId),
+                               TextPart::fixed("  "), TextPart::fromId(kSaveOverItId)}};
+        }
+        for (const auto& question : {changed, inUseQuestion(config_), readOnlyQuestion(config_),
+                                     duplicateStaticMacQuestion(config_.devices)}) {
             if (question && showMessage(this, *question, LanguageOffset) != Answer::Yes) return false;
         }
     }
@@ -113,12 +135,22 @@ bool Builder::CreateVmxFile() {
         return false;
     }
     if (result.notice) showMessage(this, *result.notice, LanguageOffset);
+    baseline_.take(result.path, result.text);
+    history_->markSaved();
     setChangesPending(false);
     // The summary shows the text as the file's encoding reads it.
     const TextCodec codec = config_.fileText.convertToUtf8 ? TextCodec::utf8() : codecOf(config_.fileText);
     emit written(qs(result.path), qs(codec.decodeReplacing(result.text)));
     return true;
 }
+
+QUndoStack* Builder::history() const { return history_->stack(); }
+
+QString Builder::undoName() const { return uiText(history_->undoName(), LanguageOffset); }
+
+QString Builder::redoName() const { return uiText(history_->redoName(), LanguageOffset); }
+
+bool Builder::changedOnDisk() const { return baseline_.changedOnDisk(config_.vmxPath()); }
 
 QString Builder::favoriteDisplayName() const { return qs(config_.identity.displayName); }
 
@@ -149,7 +181,35 @@ void Builder::pageEdited() {
         }
     }
     hardware_->showSelected();
-    setChangesPending(true);
+    recordEdit();
+}
+
+void Builder::recordEdit() {
+    history_->record();
+    emit stateChanged();
+}
+
+void Builder::showRestored(const ConfigurationChange& change, bool devices, bool options) {
+    // The pages that show what differs show the machine of the step (only those: a step is
+    // taken back at once on a machine of a hundred devices); the page of what the step changed
+    // comes to the front, and otherwise the device that was shown stays shown.
+    if (options) options_->fill();
+    if (devices) {
+        const auto* shown = qobject_cast<DevicePage*>(hardware_->pages()->currentWidget());
+        const DeviceType shownType = shown ? shown->deviceType() : DeviceType::Cpu;
+        const std::string shownIdentifier = shown ? shown->identifier() : std::string();
+        hardware_->fill();
+        // A device added by the step is gone once it is undone: the device shown before stays.
+        if (!change.onHardware || !hardware_->chooseEntry(change.deviceType, change.deviceIdentifier))
+            hardware_->chooseEntry(shownType, shownIdentifier);
+    }
+    if (change.onHardware) {
+        sstMain_->setCurrentIndex(1);
+    } else if (change.optionPage >= 0) {
+        sstMain_->setCurrentIndex(0);
+        options_->showPage(change.optionPage);
+    }
+    emit displayNameChanged(favoriteDisplayName());
 }
 
 void Builder::setChangesPending(bool pending) {

@@ -8,12 +8,16 @@
 #include <QWidget>
 #include <memory>
 
+#include "core/config/ChangeNames.h"
+#include "core/config/SavePreview.h"
 #include "core/config/VmConfiguration.h"
 
 class QTabWidget;
+class QUndoStack;
 
 namespace arden::gui {
 
+class EditHistory;
 class HardwareListPanel;
 class OptionsPanel;
 
@@ -38,14 +42,29 @@ public:
     // read: the user has been told why and the editor should be closed.
     bool start();
 
-    // True when the model differs from what was last loaded or saved. A new machine starts
-    // with changes pending: it exists nowhere but in the editor until it is saved.
+    // True when the model differs from what was last loaded or saved: the history is not at
+    // the step of the last opening or save (undoing back to it clears the flag, redoing sets
+    // it again). A new machine starts with changes pending: it exists nowhere but in the
+    // editor until it is saved.
     bool ChangesPending() const { return changesPending_; }
+
+    // The undo history: one step per user action.
+    QUndoStack* history() const;
+    // The names of the steps Undo and Redo would take ("Remove Hard Disk 2"), in the
+    // editor's language; empty when there is none.
+    QString undoName() const;
+    QString redoName() const;
+
+    // What a save would change in the file on disk, with nothing written.
+    SavePreview previewSave() const { return arden::previewSave(config_); }
+    // Another program wrote the file since this editor opened or last saved it.
+    bool changedOnDisk() const;
 
     // File name and folder are both given (a save would not be refused for a missing name).
     bool nameValid() const;
 
-    // Runs the save checks and writes the file; true when it was written. Refusals and write
+    // Runs the save checks and writes the file; true when it was written. A file on disk that
+    // another program wrote since it was opened is asked about first. Refusals and write
     // failures are shown to the user. On success ChangesPending becomes false and `written`
     // fires with the file's text for the summary window.
     bool CreateVmxFile();
@@ -74,9 +93,13 @@ signals:
 private:
     void setChangesPending(bool pending);
     void pageEdited();
+    void recordEdit();
+    void showRestored(const ConfigurationChange& change, bool devices, bool options);
     void fill();
 
     VmConfiguration config_;
+    EditHistory* history_;
+    FileBaseline baseline_;
     QStringList loadNotices_;
     bool changesPending_ = false;
     QTabWidget* sstMain_;

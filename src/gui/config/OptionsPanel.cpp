@@ -84,6 +84,10 @@ void OptionsPanel::refreshSummaries() {
     }
 }
 
+void OptionsPanel::showPage(int page) {
+    if (QTreeWidgetItem* item = lvwOptionsList_->topLevelItem(page)) lvwOptionsList_->setCurrentItem(item);
+}
+
 void OptionsPanel::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     if (!userPlacedSplitter_) fitListToSummaries();

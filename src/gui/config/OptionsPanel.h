@@ -27,6 +27,8 @@ public:
     // Writes the summary of each of the six groups into its entry's second column.
     void refreshSummaries();
     void relabel(int languageOffset);
+    // Chooses the entry of option page `page` (0-5) and shows the page.
+    void showPage(int page);
 
 protected:
     void resizeEvent(QResizeEvent* event) override;

@@ -110,6 +110,14 @@ int HardwareListPanel::findEntry(DeviceType type, const std::string& identifier)
     return -1;
 }
 
+bool HardwareListPanel::chooseEntry(DeviceType type, const std::string& identifier) {
+    QTreeWidgetItem* item = lvwHardwareList_->topLevelItem(findEntry(type, identifier));
+    if (!item) return false;
+    lvwHardwareList_->setCurrentItem(item);
+    lvwHardwareList_->scrollToItem(item);
+    return true;
+}
+
 void HardwareListPanel::showDevice(QTreeWidgetItem* item) {
     DeviceType type{};
     std::string identifier;

@@ -34,6 +34,8 @@ public:
     void addEntry(DeviceType type, const std::string& identifier);
     // Find entry: the position of the entry of (type, identifier), or -1.
     int findEntry(DeviceType type, const std::string& identifier) const;
+    // Chooses the entry of (type, identifier) and shows its page; false when the list has none.
+    bool chooseEntry(DeviceType type, const std::string& identifier);
 
 signals:
     // The machine's devices changed (a device was added, removed or edited on its page).

@@ -14,12 +14,14 @@
 #include <QTabWidget>
 #include <QTimer>
 #include <QToolBar>
+#include <QUndoStack>
 
 #include "core/support/TempFolder.h"
 #include "gui/config/Builder.h"
 #include "gui/shell/HomeList.h"
 #include "gui/shell/VmLauncher.h"
 #include "gui/shell/frmAbout.h"
+#include "gui/shell/frmChanges.h"
 #include "gui/shell/frmOptions.h"
 #include "gui/shell/frmSummary.h"
 #include "gui/support/FilePaths.h"
@@ -80,6 +82,7 @@ frmMain::frmMain(const QString& commandLine, QWidget* parent) : QMainWindow(pare
     connect(sstMain_, &QTabWidget::currentChanged, this, [this](int index) {
         if (Builder* b = editorAt(index)) currentVmxPath_ = b->vmxPath();
         else currentVmxPath_ = home_->selectedPath();
+        updateEditActions();
     });
 
     startUp(commandLine);
@@ -210,7 +213,10 @@ Builder* frmMain::OpenEditorTab(bool editExisting, const QString& existingVmxFil
     refreshTab(editor);
     assignMnemonics(this);  // the new editor's controls among the window's
     connect(editor, &Builder::displayNameChanged, this, [this, editor] { refreshTab(editor); });
-    connect(editor, &Builder::stateChanged, this, [this, editor] { refreshTab(editor); });
+    connect(editor, &Builder::stateChanged, this, [this, editor] {
+        refreshTab(editor);
+        updateEditActions();
+    });
     // The save waits until the user has read what was written and closed the window.
     connect(editor, &Builder::written, this,
             [this](const QString& path, const QString& text) { summaryWindow()->showBlock(*this, path, {text}, true); });
@@ -258,6 +264,21 @@ void frmMain::saveConfiguration() {
         AddVMToFavorites(*editor);
         currentVmxPath_ = editor->vmxPath();
     }
+}
+
+void frmMain::undoEdit() {
+    if (Builder* editor = activeEditor()) editor->history()->undo();
+}
+
+void frmMain::redoEdit() {
+    if (Builder* editor = activeEditor()) editor->history()->redo();
+}
+
+void frmMain::showChanges() {
+    Builder* editor = activeEditor();
+    if (!editor) return;
+    if (!changes_) changes_ = new frmChanges(this);
+    changes_->showChanges(tabCaption(*editor), editor->previewSave(), editor->changedOnDisk(), languageOffset());
 }
 
 void frmMain::AddVMToFavorites(const Builder& editor) {

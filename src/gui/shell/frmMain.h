@@ -20,6 +20,7 @@ namespace arden::gui {
 
 class Builder;
 class HomeList;
+class frmChanges;
 class frmSummary;
 
 class frmMain : public QMainWindow {
@@ -44,6 +45,11 @@ public:
     void newConfiguration();
     void openConfiguration();
     void saveConfiguration();
+    // Edit menu: takes back (does again) the active editor's last (next) step.
+    void undoEdit();
+    void redoEdit();
+    // Shows what saving the active editor's machine would change in the file on disk.
+    void showChanges();
     void launchConfiguration();
     void showOptions();
     void showHelp();
@@ -67,6 +73,8 @@ private:
     void buildMenus();
     void buildToolbar();
     void labelMenus(int languageOffset);
+    // Undo and Redo name the active editor's steps, and are available when there is one.
+    void updateEditActions();
     void startUp(const QString& commandLine);
     Builder* editorHolding(const QString& vmxPath) const;
     QString tabCaption(const Builder& editor) const;
@@ -90,21 +98,26 @@ private:
     QTimer* tmrLoadDelay_;
     QPointer<frmSummary> summary_;
     QPointer<frmSummary> notes_;
+    QPointer<frmChanges> changes_;
 
     QMenu* mnuFile_;
+    QMenu* mnuEdit_;
     QMenu* mnuVM_;
     QMenu* mnuHelp_;
     QAction* menuKey_;  // F10: opens the first menu
     QAction* mnuFileNew_;
     QAction* mnuFileEdit_;
     QAction* mnuFileQuit_;
+    QAction* mnuEditUndo_;
+    QAction* mnuEditRedo_;
     QAction* mnuVMSave_;
+    QAction* mnuVMChanges_;
     QAction* mnuVMClose_;
     QAction* mnuVMLaunch_;
     QAction* mnuOptions_;
     QAction* mnuHelpContents_;
     QAction* mnuHelpAbout_;
-    QHash<QString, QAction*> toolButtons_;  // by key: New, Open, Save, Close, Run, Favorites
+    QHash<QString, QAction*> toolButtons_;  // by key: New, Open, Save, Changes, Close, Run, Favorites
 };
 
 }  // namespace arden::gui

@@ -162,6 +162,16 @@ QIcon toolbarIcon(const QString& key) {
             p.drawRect(QRectF(s * 0.24, s * 0.10, s * 0.52, s * 0.30));
             p.setBrush(QColor(200, 205, 215));
             p.drawRect(QRectF(s * 0.22, s * 0.56, s * 0.56, s * 0.34));
+        } else if (key == "Changes") {
+            // A page with a removed (red) and an added (green) line.
+            p.setPen(QPen(QColor(90, 90, 100), w));
+            p.setBrush(Qt::white);
+            p.drawRect(QRectF(s * 0.16, s * 0.08, s * 0.68, s * 0.84));
+            p.setPen(Qt::NoPen);
+            p.setBrush(QColor(200, 50, 50));
+            p.drawRect(QRectF(s * 0.26, s * 0.30, s * 0.48, s * 0.12));
+            p.setBrush(QColor(40, 160, 70));
+            p.drawRect(QRectF(s * 0.26, s * 0.56, s * 0.48, s * 0.12));
         } else if (key == "Close") {
             p.setPen(QPen(QColor(190, 40, 40), w * 2.6, Qt::SolidLine, Qt::RoundCap));
             p.drawLine(QPointF(s * 0.22, s * 0.22), QPointF(s * 0.78, s * 0.78));
