@@ -171,6 +171,12 @@ void Loader::dispatch(const Line& line, const std::string& key, std::string_view
 void Loader::commentLine(const Line& line) {
     std::string_view t = trimBlanks(line.text);
     if (vmx::isOwnBannerLine(t)) return;
+    // A clustered disk's own mode or type: read while clustering stands in for it, and written
+    // anew by the writer (never kept as a comment, so it does not pile up).
+    if (std::string key, value; vmx::parseOwnValueComment(t, key, value)) {
+        if (c_.advanced.clusterEnabled) dispatch(line, key, value);
+        return;
+    }
     if (productComment(line, t)) return;
     keep(line);
 }

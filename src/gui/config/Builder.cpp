@@ -14,6 +14,7 @@
 #include "gui/hardware/HardwareListPanel.h"
 #include "gui/config/ConfigWidgets.h"
 #include "gui/config/OptionsPanel.h"
+#include "gui/config/TypedText.h"
 #include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
 
@@ -101,6 +102,14 @@ bool Builder::CreateVmxFile() {
     setChangesPending(false);
     emit written(qs(result.path), qs(result.text));
     return true;
+}
+
+bool Builder::commitTypedText() { return arden::gui::commitTypedText(this); }
+
+bool Builder::holdsRefusedText() {
+    QWidget* box = refusedBox(this);
+    if (box) box->setFocus();
+    return box != nullptr;
 }
 
 QString Builder::favoriteDisplayName() const { return qs(config_.identity.displayName); }

@@ -1,6 +1,8 @@
 #include "gui/hardware/frmAddHardware.h"
 
 #include <QDialogButtonBox>
+#include <QStringList>
+#include <algorithm>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
@@ -19,7 +21,7 @@ constexpr int kTypeRole = Qt::UserRole;
 }  // namespace
 
 frmAddHardware::frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& maxima, int languageOffset,
-                               QWidget* parent)
+                               QWidget* parent, const std::vector<NotOffered>& notOffered)
     : QDialog(parent), counts_(counts), maxima_(maxima), languageOffset_(languageOffset) {
     setObjectName("frmAddHardware");
     setWindowTitle(uiText(90, languageOffset));  // "Add New Hardware"
@@ -29,7 +31,12 @@ frmAddHardware::frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& m
     lvwAvailableHardware_ = makeListView("lvwAvailableHardware", this, captions, 201, 202);  // "Device", "Device Type"
     captions.apply(languageOffset);
     lvwAvailableHardware_->setIconSize(QSize(20, 20));
+    QStringList leftOut;
+    for (const NotOffered& n : notOffered)
+        leftOut << uiText(deviceTypeNameId(n.type), languageOffset) + " - " + uiText(n.reasonId, languageOffset);
     for (DeviceType type : offeredDeviceTypes(counts, maxima)) {
+        if (std::any_of(notOffered.begin(), notOffered.end(), [&](const NotOffered& n) { return n.type == type; }))
+            continue;
         const int n = typeNumber(type);
         auto* item = new QTreeWidgetItem(lvwAvailableHardware_, {uiText(deviceTypeNameId(type), languageOffset),
                                                                  QString::number(n)});
@@ -37,6 +44,11 @@ frmAddHardware::frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& m
         item->setData(0, kTypeRole, n);
     }
     lblDeviceType->setBuddy(lvwAvailableHardware_);
+
+    auto* lblNotOffered = named<QLabel>("lblNotOffered", this);
+    lblNotOffered->setWordWrap(true);
+    lblNotOffered->setText(uiText(359, languageOffset) + "\n" + leftOut.join("\n"));
+    lblNotOffered->setVisible(!leftOut.isEmpty());
 
     lblInfo_ = named<QLabel>("lblInfo", this);
     lblInfo_->setWordWrap(true);
@@ -62,6 +74,7 @@ frmAddHardware::frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& m
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lblDeviceType);
     layout->addWidget(lvwAvailableHardware_, 1);
+    layout->addWidget(lblNotOffered);
     layout->addWidget(lblInfo_);
     layout->addWidget(buttons);
     resize(420, 460);

@@ -1,9 +1,11 @@
 #pragma once
 // frmAddHardware: the modal dialog of the editor's Add command. It lists the device types
 // that may still be added to the machine (from the fifteen counts and the product's maxima),
-// says for the chosen row whether one more may be added, and returns the chosen type.
+// says for the chosen row whether one more may be added, and returns the chosen type. A
+// disk-like type is offered only while a node it may sit on is free.
 #include <QDialog>
 #include <optional>
+#include <vector>
 
 #include "core/hardware/HardwareLimits.h"
 
@@ -16,7 +18,14 @@ namespace arden::gui {
 class frmAddHardware : public QDialog {
     Q_OBJECT
 public:
-    frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& maxima, int languageOffset, QWidget* parent);
+    // A disk-like type that could be added but has no free node to sit on, and the string-table
+    // id of the reason: it is left out of the list, and lblNotOffered names it with the reason.
+    struct NotOffered {
+        DeviceType type;
+        int reasonId;
+    };
+    frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& maxima, int languageOffset, QWidget* parent,
+                   const std::vector<NotOffered>& notOffered = {});
 
     // The chosen type after OK; nothing when the dialog was cancelled.
     std::optional<DeviceType> chosenType() const { return chosen_; }
