@@ -202,12 +202,12 @@ TEST(HardwareList, AddNodesAndRemove) {
     script.file(qpath(dir / "a.vmdk"));
     addThroughDialog(b.get(), "Hard Disk");
     QTreeWidgetItem* disk = list->currentItem();
-    EXPECT_EQ(disk->text(0) + " " + disk->text(1), "Hard Disk 1 IDE 0:0, a.vmdk (persistent)");
+    EXPECT_EQ(disk->text(0) + " " + disk->text(1), "Hard Disk 1 IDE 0:0, " + qpath(dir / "a.vmdk") + " (persistent)");
     ASSERT_TRUE(b->CreateVmxFile());
     script.clear();
     ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboHDSCSI"), "SCSI 0:7 - Controller"));
     EXPECT_EQ(said(script), QStringList{"Invalid Node Selection: Node already occupied - cannot move"});
-    EXPECT_EQ(disk->text(1), "IDE 0:0, a.vmdk (persistent)");
+    EXPECT_EQ(disk->text(1), "IDE 0:0, " + qpath(dir / "a.vmdk") + " (persistent)");
     EXPECT_FALSE(b->ChangesPending());
 
     // The CD-ROM drive's node: the drive moves to the first free IDE node, and both say so.
@@ -221,7 +221,7 @@ TEST(HardwareList, AddNodesAndRemove) {
     script.clear();
     for (int i = 0; i < 3; ++i) addThroughDialog(b.get(), "Hard Disk");
     EXPECT_EQ(said(script).filter("No Available").join("|"), "No Available Nodes: No available IDE nodes!");
-    EXPECT_TRUE(list->currentItem()->text(1).startsWith("SCSI 0:0, d.vmdk")) << list->currentItem()->text(1);
+    EXPECT_TRUE(list->currentItem()->text(1).startsWith("SCSI 0:0, " + qpath(dir / "d.vmdk"))) << list->currentItem()->text(1);
 
     chooseDevice(b.get(), DeviceType::CdRom);
     remove->click();

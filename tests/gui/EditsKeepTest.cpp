@@ -7,6 +7,7 @@
 
 #include "MainWindowFixture.h"
 #include "gui/config/Builder.h"
+#include "gui/shell/frmSummary.h"
 
 namespace arden::gui::test {
 namespace {
@@ -22,8 +23,8 @@ const char* const kWithDrive =
 QLineEdit* typeWithoutLeaving(Builder* editor, const char* name, const QString& text) {
     auto* box = child<QLineEdit>(editor, name);
     box->activateWindow();
-    box->setFocus();
     settle();
+    box->setFocus();
     box->selectAll();
     QTest::keyClicks(box, text);
     return box;
@@ -41,10 +42,15 @@ TEST_F(MainWindow, SaveAndCloseStoreTheTypedTextFirstAndARefusalStopsThem) {
     window->saveConfiguration();
     const std::string saved = readBytes(file);
     EXPECT_NE(saved.find("ide1:0.fileName = \"new.iso\""), std::string::npos) << saved;
+    window->summaryWindow()->close();  // the summary after the save took the focus
+    settle();
 
     // A value the box refuses stops the save with its message; focus stays in the box.
     chooseDevice(editor, DeviceType::Memory);
     QLineEdit* memory = typeWithoutLeaving(editor, "txtMemSize", "2");
+    ASSERT_EQ(QApplication::focusWidget(), memory)
+        << QApplication::focusWidget()->objectName() << " in " << QApplication::focusWidget()->window()->objectName()
+        << " active " << (QApplication::activeWindow() ? QApplication::activeWindow()->objectName() : QString("none"));
     script.clear();
     window->saveConfiguration();
     EXPECT_EQ(said(script), QStringList{"Invalid Memory Size: RAM size out of valid range for Selected Product/Version"});
@@ -102,11 +108,16 @@ TEST(AddHardware, AHardDiskComesWithItsDisk) {
                                         "dialog; No lets you choose an existing disk file."});
     script.answer(Answer::Yes);
     onNextModal([&](QWidget* dialog) {
-        child<QLineEdit>(dialog, "txtNewDisk")->setText("Fresh");
-        child<QLineEdit>(dialog, "txtDiskSize")->setText("1");
+        auto* list = child<QTreeWidget>(dialog, "lvwAvailableHardware");
+        list->setCurrentItem(list->findItems("Hard Disk", Qt::MatchExactly, 0).value(0));
+        onNextModal([&](QWidget* create) {  // the create-disk dialog, once Add Hardware is closed
+            child<QLineEdit>(create, "txtNewDisk")->setText("Fresh");
+            child<QLineEdit>(create, "txtDiskSize")->setText("1");
+            child<QPushButton>(create, "cmdOK")->click();
+        });
         child<QPushButton>(dialog, "cmdOK")->click();
     });
-    addThroughDialog(b.get(), "Hard Disk");
+    child<QPushButton>(b.get(), "cmdHardwareAdd")->click();
     ASSERT_EQ(b->configuration().devices.count(DeviceType::HardDisk), 1);
     EXPECT_EQ(settingsOf(b.get(), DeviceType::HardDisk).text(".fileName"), (dir / "Fresh.vmdk").string());
     EXPECT_TRUE(std::filesystem::exists(dir / "Fresh.vmdk"));
