@@ -15,9 +15,9 @@ namespace arden {
 int pciDeviceTally(const VmConfiguration& config);
 
 // The checks run before anything is written: file name and folder present ("Missing Data"),
-// the device checks (checkDevicesWritable), clustering (clusteringRefusal), at most five enabled PCI devices ("Too many
-// virtual PCI Devices enabled"). Returns the
-// refusal, or nothing when the save may go ahead.
+// the device checks (checkDevicesWritable), clustering (clusteringRefusal), at most five
+// enabled PCI devices ("Too many virtual PCI Devices enabled"). Returns the refusal, or
+// nothing when the save may go ahead.
 std::optional<Message> checkSave(const VmConfiguration& config);
 
 // The device checks of checkSave: every hard disk, DVD/CD-ROM drive and generic SCSI device
