@@ -10,6 +10,8 @@
 #include "core/config/SaveFlow.h"
 #include "core/config/VmxLoader.h"
 #include "core/hardware/DeviceTexts.h"
+#include "core/hardware/NodeAssignment.h"
+#include "core/shell/GetText.h"
 #include "core/support/AtomicFile.h"
 #include "core/support/TempFolder.h"
 
@@ -117,6 +119,14 @@ int runCheck(Args args) {
     if (!config) return Refused;
     if (auto refusal = checkSave(*config)) {
         printMessage(*refusal);
+        return Refused;
+    }
+    if (auto stranded = devicesOnUndeclaredControllers(config->devices); !stranded.empty()) {
+        std::string text;
+        for (const std::string& line : stranded) text += (text.empty() ? "" : "; ") + line;
+        printMessage(Message{MessageKind::Warning, {TextPart::fixed("Undeclared Controller")},
+                             {TextPart::fixed(text + ". The product does not see such a device: add the controller "
+                                                     "or move the device to a node of this machine.")}});
         return Refused;
     }
     if (auto question = inUseQuestion(*config)) {

@@ -61,12 +61,16 @@ void printEntry(const DeviceStore& store, const Device& device) {
     std::cout << store.displayText(device) << (node.empty() ? "" : "\t" + node) << '\n';
 }
 
-// The device whose hardware-list text is `entry` (without regard to case).
+// The device whose hardware-list text is `entry` (without regard to case), or the disk-like
+// device on the node `entry` names ("IDE 0:0", "SCSI 0:3").
 Device* findEntry(DeviceStore& store, std::string_view entry) {
     for (const HardwareListEntry& e : store.hardwareList()) {
         if (equalsIgnoreCase(e.text, entry)) return store.find(e.type, e.identifier);
     }
-    return nullptr;
+    auto node = parseNodeLabel(trimBlanks(entry));
+    if (!node || !node->holder.empty()) return nullptr;
+    const Device* onNode = store.deviceOnNode(busName(node->bus), node->controller, node->node);
+    return onNode ? store.find(onNode->type, onNode->identifier) : nullptr;
 }
 
 // The machine of FILE (args[0]) with its entry ENTRY (args[1]), for the commands that edit one
@@ -89,7 +93,8 @@ EntryEdit loadEntry(const Args& args, std::size_t argumentCount, const std::stri
         std::vector<std::string> texts;
         for (const HardwareListEntry& e : edit.config->devices.hardwareList()) texts.push_back(e.text);
         edit.exitCode = refuse("No Such Device", args[0] + " has no hardware entry \"" + args[1] +
-                                                     "\"; its entries are " + joinQuoted(texts));
+                                                     "\" and no device on such a node; its entries are " +
+                                                     joinQuoted(texts));
     }
     return edit;
 }
@@ -122,6 +127,11 @@ int runAdd(Args args) {
     if (*type == DeviceType::Network) giveGeneratedAddress(store, device, std::random_device{}());
     if (file) useFile(device, pathText(fs::absolute(filePath(*file))));
     if (node) {
+        if (trimBlanks(*node) == kNoNodeLabel) {
+            return refuse("Invalid Node Selection", "\"N/A\" places a device on no node, and a " + name +
+                                                        " needs one: give a free node (" + freeNodesText(store, *type) +
+                                                        ") or leave --node out for the first free one. Nothing was written.");
+        }
         NodeChoice choice = chooseNode(store, *type, device.identifier, *node);
         show(choice.message);
         if (!choice.changed) {
@@ -144,6 +154,7 @@ int runAdd(Args args) {
 int runRemove(Args args) {
     const bool yes = takeFlag(args, "--yes");
     const bool dryRun = takeFlag(args, "--dry-run");
+    const bool withDevices = takeFlag(args, "--with-devices");
     EntryEdit edit = loadEntry(args, 2, "device remove needs a FILE and an ENTRY");
     if (!edit.device) return edit.exitCode;
     DeviceStore& store = edit.config->devices;
@@ -152,9 +163,23 @@ int runRemove(Args args) {
     if (!canRemoveDevice(device.type, store.count(device.type))) {
         return refuse("Device Not Removable", text + " cannot be removed: a machine keeps its memory and at least one CPU");
     }
-    store.remove(device.type, device.identifier);
+    std::vector<std::string> report;
+    if (device.type == DeviceType::ScsiController) {
+        std::vector<std::string> held;
+        for (const Device* d : devicesOnScsiController(store, device.number))
+            held.push_back(store.displayText(*d) + " (" + placedNodeLabel(*d) + ")");
+        if (!held.empty() && !withDevices) {
+            return refuse("Controller Holds Devices",
+                          text + " holds " + joinQuoted(held) + "; give --with-devices to move each to a free node of "
+                          "another bus, or remove it with the controller where none is free. Nothing was written.");
+        }
+        report = removeScsiController(store, device.identifier);
+    } else {
+        store.remove(device.type, device.identifier);
+    }
     if (int rc = saveEditedConfiguration(args[0], *edit.config, yes, dryRun); rc != Success || dryRun) return rc;
     std::cout << "Removed " << text << '\n';
+    for (const std::string& line : report) std::cout << line << '\n';
     return Success;
 }
 

@@ -67,10 +67,15 @@ const Command kCommands[] = {
      "      points it at a disk, image, output file or host device (needed for \"Hard Disk\" and\n"
      "      \"Generic SCSI Device\"). An added network adapter gets a generated address and offset\n"
      "      as VMware numbers them.\n"
-     "  device remove FILE ENTRY [--yes] [--dry-run]\n"
-     "      Remove the hardware entry whose text is ENTRY (e.g. \"CD-ROM 1\").\n"
+     "  device remove FILE ENTRY [--with-devices] [--yes] [--dry-run]\n"
+     "      Remove the hardware entry whose text is ENTRY (e.g. \"CD-ROM 1\"). A SCSI controller\n"
+     "      that holds devices is removed only with --with-devices: each of them moves to a free\n"
+     "      node of another bus, or goes with the controller where none is free (printed).\n"
      "  device node FILE ENTRY NODE [--yes] [--dry-run]\n"
      "      Put ENTRY on NODE; a disk-like device holding NODE moves to the first free node.\n"
+     "      ENTRY is an entry's text, or the node of a disk-like device (\"IDE 0:0\", \"SCSI 0:3\").\n"
+     "      Disk-like devices are numbered in node order (IDE before SCSI), so a printed name is\n"
+     "      the name the next command finds the device by.\n"
      "      Each edit first copies FILE to FILE.bak; notices are printed and the command goes on."},
     {"memory", arden::cli::runMemory,
      "memory FILE MB [--yes] [--dry-run]\n"

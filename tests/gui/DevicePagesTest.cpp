@@ -69,8 +69,10 @@ TEST(DevicePages, EveryControlOfEveryPageIsSavedAndReadBack) {
     ScratchDir dir;
     PromptScript script;
     auto b = newMachine("Every Device", dir.path());
+    script.file(qpath(dir / "first.vmdk"));  // the new hard disk's existing disk file
     for (const char* type : {"Parallel Port", "Serial Port", "IDE Controller", "SCSI Controller", "Hard Disk", "Generic SCSI Device"})
         addThroughDialog(b.get(), type);
+    script.clear();
     for (const Edit& e : kEdits) apply(b.get(), e);
     EXPECT_EQ(said(script), QStringList{});
     ASSERT_TRUE(b->CreateVmxFile());
@@ -147,6 +149,7 @@ TEST(DevicePages, HardDiskModesCreateNewAndDiskInformation) {
     ScratchDir dir;
     PromptScript script;
     auto b = newMachine("Modes", dir.path());
+    script.file(qpath(dir / "first.vmdk"));
     addThroughDialog(b.get(), "Hard Disk");
     auto mode = [&] { return settingsOf(b.get(), DeviceType::HardDisk).text(".mode"); };
     QStringList modes{QString::fromStdString(mode())};
@@ -198,13 +201,15 @@ TEST(HardwareList, AddNodesAndRemove) {
     EXPECT_FALSE(b->ChangesPending()) << "Cancel adds nothing";
 
     addThroughDialog(b.get(), "SCSI Controller");
+    script.file(qpath(dir / "a.vmdk"));
     addThroughDialog(b.get(), "Hard Disk");
     QTreeWidgetItem* disk = list->currentItem();
-    EXPECT_EQ(disk->text(0) + " " + disk->text(1), "Hard Disk 1 IDE 0:0 (persistent)");
+    EXPECT_EQ(disk->text(0) + " " + disk->text(1), "Hard Disk 1 IDE 0:0, " + qpath(dir / "a.vmdk") + " (persistent)");
     ASSERT_TRUE(b->CreateVmxFile());
+    script.clear();
     ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboHDSCSI"), "SCSI 0:7 - Controller"));
     EXPECT_EQ(said(script), QStringList{"Invalid Node Selection: Node already occupied - cannot move"});
-    EXPECT_EQ(disk->text(1), "IDE 0:0 (persistent)");
+    EXPECT_EQ(disk->text(1), "IDE 0:0, " + qpath(dir / "a.vmdk") + " (persistent)");
     EXPECT_FALSE(b->ChangesPending());
 
     // The CD-ROM drive's node: the drive moves to the first free IDE node, and both say so.
@@ -214,10 +219,11 @@ TEST(HardwareList, AddNodesAndRemove) {
     EXPECT_EQ(chooseDevice(b.get(), DeviceType::CdRom)->text(1), "IDE 0:1, auto detect");
 
     // IDE full: the next disk goes to SCSI after saying so.
+    for (const char* file : {"b.vmdk", "c.vmdk", "d.vmdk"}) script.file(qpath(dir / file));
     script.clear();
     for (int i = 0; i < 3; ++i) addThroughDialog(b.get(), "Hard Disk");
-    EXPECT_EQ(said(script), QStringList{"No Available Nodes: No available IDE nodes!"});
-    EXPECT_TRUE(list->currentItem()->text(1).startsWith("SCSI 0:0 ")) << list->currentItem()->text(1);
+    EXPECT_EQ(said(script).filter("No Available").join("|"), "No Available Nodes: No available IDE nodes!");
+    EXPECT_TRUE(list->currentItem()->text(1).startsWith("SCSI 0:0, " + qpath(dir / "d.vmdk"))) << list->currentItem()->text(1);
 
     chooseDevice(b.get(), DeviceType::CdRom);
     remove->click();

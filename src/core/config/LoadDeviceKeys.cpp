@@ -8,6 +8,7 @@
 #include "core/config/VmxLoaderState.h"
 #include "core/hardware/DeviceKeys.h"
 #include "core/hardware/DeviceTexts.h"
+#include "core/hardware/NodeAssignment.h"
 #include "core/support/TextUtil.h"
 
 namespace arden::load {
@@ -154,29 +155,38 @@ Outcome Loader::deviceKey(const Line&, const std::string& key, std::string_view 
 Outcome Loader::sharedFolder(const std::string& key, std::string_view prefix, std::string_view value,
                              const Owner& owner, std::string& allowed) {
     std::string_view sub = std::string_view(key).substr(prefix.size());
-    SharedFolder f = shares_.count(owner.number) ? shares_[owner.number] : SharedFolder{};
+    SharedFolder f;
+    f.keysRead = 0;  // the file's lines say which keys the share has
+    if (auto it = shares_.find(owner.number); it != shares_.end()) f = it->second;
     bool b = false;
-    if (sub == ".hostpath") f.hostPath = std::string(value);
-    else if (sub == ".guestname") f.name = std::string(value);
-    else if (sub == ".expiration") {
+    unsigned keyBit = 0;
+    if (sub == ".hostpath") {
+        f.hostPath = std::string(value);
+        keyBit = kShareHostPath;
+    } else if (sub == ".guestname") {
+        f.name = std::string(value);
+        keyBit = kShareGuestName;
+    } else if (sub == ".expiration") {
         if (equalsIgnoreCase(value, "session")) f.disableAfterSession = true;
         else if (equalsIgnoreCase(value, "never")) f.disableAfterSession = false;
         else {
             allowed = "one of session, never";
             return Outcome::Unusable;
         }
+        keyBit = kShareExpiration;
     } else if (sub == ".present" || sub == ".enabled" || sub == ".readaccess" || sub == ".writeaccess") {
         if (!parseFlag(value, b)) {
             allowed = "TRUE or FALSE";
             return Outcome::Unusable;
         }
-        if (sub == ".present") f.present = b;
-        else if (sub == ".enabled") f.enabled = b;
-        else if (sub == ".writeaccess") f.readOnly = !b;
-        // read access is always granted when the folder is written back
+        if (sub == ".present") f.present = b, keyBit = kSharePresent;
+        else if (sub == ".enabled") f.enabled = b, keyBit = kShareEnabled;
+        else if (sub == ".readaccess") f.readAccess = b, keyBit = kShareReadAccess;
+        else f.readOnly = !b, keyBit = kShareWriteAccess;
     } else {
         return Outcome::Unknown;
     }
+    f.keysRead |= keyBit;
     shares_[owner.number] = std::move(f);
     return Outcome::Taken;
 }
@@ -221,6 +231,21 @@ void Loader::buildDevices() {
     }
     devices_.clear();
     for (auto& [n, share] : shares_) c_.sharedFolders.folders.push_back(share);
+    noteUndeclaredControllers();
+}
+
+void Loader::noteUndeclaredControllers() {
+    for (const auto& [owner, device] : built_) {
+        std::string text = undeclaredControllerText(c_.devices, *device);
+        if (text.empty()) continue;
+        // Told at the device's first line.
+        const Line* first = nullptr;
+        for (const auto& [key, read] : consumed_) {
+            if (read.second == owner && (!first || read.first.index < first->index)) first = &read.first;
+        }
+        if (first) notice(*first, text + "; the product does not see it until the controller is added or the "
+                                         "device is moved to a node of this machine");
+    }
 }
 
 void Loader::attachOwnedLines() {

@@ -195,6 +195,12 @@ void Loader::commentLine(const Line& line) {
         c_.fileText.firstLine = std::string(line.text);
         return;
     }
+    // A clustered disk's own mode or type: read while clustering stands in for it, and written
+    // anew by the writer (never kept as a comment, so it does not pile up).
+    if (std::string key, value; vmx::parseOwnValueComment(t, key, value)) {
+        if (c_.advanced.clusterEnabled) dispatch(line, key, value);
+        return;
+    }
     if (productComment(line, t)) return;
     keep(line);
 }

@@ -4,7 +4,9 @@
 #include <system_error>
 
 #include "core/config/ProductLimits.h"
+#include "core/config/VmxLoader.h"
 #include "core/config/VmxWriter.h"
+#include "core/hardware/NodeAssignment.h"
 #include "core/support/AtomicFile.h"
 #include "core/support/TextUtil.h"
 
@@ -36,6 +38,68 @@ int pciDeviceTally(const VmConfiguration& config) {
     return tally;
 }
 
+namespace {
+
+Message unableToSave(std::string text) {
+    return Message{MessageKind::Critical, {TextPart::fixed("Unable to Save")}, {TextPart::fixed(std::move(text))}};
+}
+
+}  // namespace
+
+std::optional<Message> checkDevicesWritable(const VmConfiguration& config) {
+    const DeviceStore& store = config.devices;
+    for (DeviceType t : {DeviceType::HardDisk, DeviceType::CdRom, DeviceType::GenericScsi}) {
+        for (const Device& d : store.devices(t)) {
+            const std::string name = store.displayText(d);
+            if (placedNodeLabel(d).empty()) {
+                return unableToSave(name + " sits on no IDE or SCSI node, so the file would not hold it. Choose a free "
+                                           "node on its page, or remove it. Nothing was written.");
+            }
+            if (t == DeviceType::HardDisk && d.enabled() && trimBlanks(d.settings.text(".fileName")).empty()) {
+                return unableToSave(name + " (" + placedNodeLabel(d) + ") names no disk file, and a machine with "
+                                           "such a disk does not start. Choose its disk file on its page, or remove "
+                                           "it. Nothing was written.");
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<Message> checkWrittenSize(const std::string& text) {
+    if (text.size() > kMaxVmxFileBytes) {
+        return unableToSave("The file would be " + std::to_string(text.size()) +
+                            " bytes long, and a configuration file is read up to " + std::to_string(kMaxVmxFileBytes) +
+                            " bytes: it could not be opened again. Shorten the longest texts (names, folders, "
+                            "notes). Nothing was written.");
+    }
+    std::size_t start = 0;
+    for (std::size_t line = 1; start < text.size(); ++line) {
+        std::size_t end = std::min(text.find('\n', start), text.size());
+        std::size_t length = end - start - (end > start && text[end - 1] == '\r' ? 1 : 0);
+        if (length > kMaxVmxLineBytes) {
+            return unableToSave("Line " + std::to_string(line) + " would be " + std::to_string(length) +
+                                " bytes long, and configuration lines are read up to " +
+                                std::to_string(kMaxVmxLineBytes) +
+                                " bytes: the file could not be opened again. Shorten that text. Nothing was written.");
+        }
+        start = end + 1;
+    }
+    return std::nullopt;
+}
+
+std::optional<Message> clusteringRefusal(const VmConfiguration& config) {
+    if (!config.advanced.clusterEnabled) return std::nullopt;
+    for (int node : {0, 1}) {
+        const Device* d = config.devices.deviceOnNode("SCSI", 0, node);
+        if (!d || d->type == DeviceType::HardDisk) continue;
+        return Message{MessageKind::Warning, {TextPart::fixed("Clustering Not Possible")},
+                       {TextPart::fixed("Clustering makes the devices on SCSI 0:0 and SCSI 0:1 shared disks of a "
+                                        "cluster, and " + config.devices.displayText(*d) + " stands on SCSI 0:" +
+                                        std::to_string(node) + ". Move it to another node first.")}};
+    }
+    return std::nullopt;
+}
+
 std::optional<Message> checkSave(const VmConfiguration& config) {
     if (!config.fileText.readOnlyReason.empty()) {
         return Message{MessageKind::Critical, {TextPart::fixed("Read-only Configuration")},
@@ -45,6 +109,8 @@ std::optional<Message> checkSave(const VmConfiguration& config) {
     if (config.identity.vmxFileName.empty() || config.identity.vmxFolder.empty()) {
         return Message{MessageKind::Warning, {TextPart::fromId(189)}, {TextPart::fromId(190)}};
     }
+    if (auto device = checkDevicesWritable(config)) return device;
+    if (auto clustering = clusteringRefusal(config)) return clustering;
     // Only products without PCI bridges (hardware versions 3 and 4) stop at five devices.
     int tally = pciDeviceTally(config);
     if (config.figures().fivePciDevices() && tally > 6) {
@@ -151,6 +217,10 @@ SaveResult CreateVmxFile(const VmConfiguration& config) {
         }
     }
     result.text = writeVmxText(config);
+    if (auto refusal = checkWrittenSize(result.text)) {
+        result.refusal = std::move(refusal);
+        return result;
+    }
     FileWriteReport report;
     if (auto error = writeFileAtomically(filePath(result.path), result.text, &report)) {
         result.refusal = Message{MessageKind::Critical, {TextPart::fixed("Unable to Save")}, {TextPart::fixed(*error)}};

@@ -15,9 +15,10 @@ namespace arden {
 int pciDeviceTally(const VmConfiguration& config);
 
 // The checks run before anything is written: a file opened read-only (encrypted settings, an
-// unknown encoding) is never saved; file name and folder present ("Missing Data"), at most five
-// enabled PCI devices on a product of hardware version 3 or 4 ("Too many virtual PCI Devices
-// enabled"), the product's limits (checkProductLimits), every value held by the file's encoding
+// unknown encoding) is never saved; file name and folder present ("Missing Data"), the device
+// checks (checkDevicesWritable), clustering (clusteringRefusal), at most five enabled PCI
+// devices on a product of hardware version 3 or 4 ("Too many virtual PCI Devices enabled"), the
+// product's limits (checkProductLimits), every value held by the file's encoding
 // (the refusal names the character and the encoding). Returns the refusal, or nothing when the
 // save may go ahead.
 std::optional<Message> checkSave(const VmConfiguration& config);
@@ -25,6 +26,21 @@ std::optional<Message> checkSave(const VmConfiguration& config);
 // The warning shown when a file is opened read-only (its settings are encrypted, its encoding
 // is unknown), or nothing.
 std::optional<Message> readOnlyNotice(const VmConfiguration& config);
+
+// The device checks of checkSave: every hard disk, DVD/CD-ROM drive and generic SCSI device
+// sits on a node (the file names it by its node), and every enabled hard disk names its disk
+// file. The refusal names the device.
+std::optional<Message> checkDevicesWritable(const VmConfiguration& config);
+
+// Clustering shares SCSI 0:0 and 0:1 as cluster disks and overrides the mode and type of what
+// stands there, so it may be on only while those nodes are free or hold hard disks (whose own
+// mode and type the model keeps, and a save without clustering writes again). The refusal
+// names the device that stands there; checkSave runs it too.
+std::optional<Message> clusteringRefusal(const VmConfiguration& config);
+
+// Refuses a text the loader would not read back: longer than a configuration file or one of
+// its lines may be. The refusal says the size and the limit.
+std::optional<Message> checkWrittenSize(const std::string& text);
 
 // A question to ask before writing over a file that the product has open: a lock
 // "NAME.vmx.lck" beside it (a folder, a file or a link, even a dangling one, in any letter

@@ -51,6 +51,18 @@ struct PowerOptions {
     bool operator==(const PowerOptions&) const = default;
 };
 
+// The keys of a shared folder, as bits of SharedFolder::keysRead.
+enum ShareKey : unsigned {
+    kSharePresent = 1u << 0,
+    kShareEnabled = 1u << 1,
+    kShareReadAccess = 1u << 2,
+    kShareWriteAccess = 1u << 3,
+    kShareHostPath = 1u << 4,
+    kShareGuestName = 1u << 5,
+    kShareExpiration = 1u << 6,
+    kAllShareKeys = (1u << 7) - 1,
+};
+
 // One shared folder of the host.
 struct SharedFolder {
     std::string name;        // txtShareName, "guestName"
@@ -59,6 +71,11 @@ struct SharedFolder {
     bool readOnly = false;   // chkShareReadOnly: "writeAccess" is its inverse
     bool disableAfterSession = false;  // chkShareDisableAfterSession: "expiration" "session"/"never"
     bool present = true;     // "present"
+    bool readAccess = true;  // "readAccess", kept as read
+    // The keys the opened file held for this share (a new share has them all). A key the file
+    // did not hold is written only once its value differs from what its absence stands for, so
+    // a share the file declares only partly is written back with the keys it had.
+    unsigned keysRead = kAllShareKeys;
     std::vector<KeptKeyLine> keptLines = {};  // other "sharedFolderN." lines of the opened file
     bool operator==(const SharedFolder&) const = default;
 };

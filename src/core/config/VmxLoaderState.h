@@ -128,6 +128,7 @@ private:
     void disown(const Owner& owner, std::string_view suffix);
     void unsetDeviceValue(const Owner& owner, std::string_view suffix);
     void buildDevices();
+    void noteUndeclaredControllers();
     void attachOwnedLines();
 
     // LoadProductComments.cpp

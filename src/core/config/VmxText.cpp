@@ -37,6 +37,26 @@ std::string_view titleLine() {
 
 std::span<const FixedKey> clusterKeys() { return kClusterKeys; }
 
+namespace {
+constexpr std::string_view kOwnValueEnd = "\" (the disk's own, while clustering is off)";
+}  // namespace
+
+std::string ownValueComment(std::string_view key, std::string_view value) {
+    return "# " + std::string(key) + " = \"" + escapeValue(value) + std::string(kOwnValueEnd);
+}
+
+bool parseOwnValueComment(std::string_view line, std::string& key, std::string& value) {
+    line = trimBlanks(line);
+    if (!line.starts_with("# ") || !line.ends_with(kOwnValueEnd)) return false;
+    line.remove_prefix(2);
+    line.remove_suffix(kOwnValueEnd.size());
+    const std::size_t eq = line.find(" = \"");
+    if (eq == std::string_view::npos || !line.starts_with("scsi0:")) return false;
+    key = toLowerAscii(line.substr(0, eq));
+    value = unescapeValue(line.substr(eq + 4));
+    return true;
+}
+
 bool isOwnBannerLine(std::string_view line) {
     line = trimBlanks(line);
     if (line == kRule || line == kShortRule || line == kGeneratedBy || line == kOtherParamsBanner ||

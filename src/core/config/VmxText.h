@@ -36,6 +36,14 @@ std::string_view titleLine();
 struct FixedKey { std::string_view key; std::string_view value; };
 std::span<const FixedKey> clusterKeys();
 
+// While clustering is on, its fixed lines stand in for the mode and type of the hard disks on
+// SCSI 0:0 and 0:1; each disk's own value is kept in a comment line right after them,
+// `# scsi0:0.mode = "persistent" (the disk's own, while clustering is off)`, which the loader
+// reads back, so turning clustering off in a later session gives the disk its own values again.
+std::string ownValueComment(std::string_view key, std::string_view value);
+// The key and (unescaped) value of such a comment line; false for any other line.
+bool parseOwnValueComment(std::string_view line, std::string& key, std::string& value);
+
 // Whether a comment line is one of the writer's own header, banner or section lines (which
 // the loader drops, so they never pile up over re-saves).
 bool isOwnBannerLine(std::string_view line);

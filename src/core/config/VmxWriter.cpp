@@ -55,11 +55,15 @@ void writeKeptLines(VmxLines& out, const std::string& prefix, const std::vector<
 void writeDevice(VmxLines& out, const Device& d, const std::string& vmxFolder) {
     const std::string prefix = keyPrefix(d);
     const bool node = isNodeDevice(d.type);
-    const bool autoDetect = node && equalsIgnoreCase(d.settings.text(".fileName"), "auto detect");
+    // A drive that detects the host's drive says so: decided on the name as written, and for a
+    // DVD/CD-ROM drive only. Any other ".autodetect" line of the file stays as it was read.
+    auto fileName = d.settings.get(".fileName");
+    const bool autoDetect = d.type == DeviceType::CdRom && fileName &&
+                            equalsIgnoreCase(relativeToVmxFolder(*fileName, vmxFolder), "auto detect");
     const std::size_t start = out.mark();
     for (const DeviceKey& key : deviceKeys(d.type)) {
-        if (node && key.suffix == ".autodetect" && autoDetect) {
-            out.setting(prefix + std::string(key.suffix), "TRUE");
+        if (node && key.suffix == ".autodetect") {
+            if (autoDetect) out.setting(prefix + std::string(key.suffix), "TRUE");
             continue;
         }
         auto value = d.settings.get(key.suffix);
@@ -165,13 +169,17 @@ void writeAdvanced(VmxLines& out, const VmConfiguration& c) {
     for (std::size_t i = 0; i < c.sharedFolders.folders.size(); ++i) {
         const SharedFolder& f = c.sharedFolders.folders[i];
         const std::string prefix = "sharedFolder" + std::to_string(i);
-        out.flag(prefix + ".present", f.present);
-        out.flag(prefix + ".Enabled", f.enabled);
-        out.flag(prefix + ".readAccess", true);
-        out.flag(prefix + ".writeAccess", !f.readOnly);
-        out.setting(prefix + ".hostPath", f.hostPath);
-        out.setting(prefix + ".guestName", f.name);
-        out.setting(prefix + ".expiration", f.disableAfterSession ? "session" : "never");
+        // A key the file did not hold for the share is written once it stands for more than
+        // its absence does (the values a share without that key is read with).
+        auto wanted = [&](ShareKey key, bool differsFromAbsent) { return (f.keysRead & key) || differsFromAbsent; };
+        if (wanted(kSharePresent, !f.present)) out.flag(prefix + ".present", f.present);
+        if (wanted(kShareEnabled, !f.enabled)) out.flag(prefix + ".Enabled", f.enabled);
+        if (wanted(kShareReadAccess, !f.readAccess)) out.flag(prefix + ".readAccess", f.readAccess);
+        if (wanted(kShareWriteAccess, f.readOnly)) out.flag(prefix + ".writeAccess", !f.readOnly);
+        if (wanted(kShareHostPath, !f.hostPath.empty())) out.setting(prefix + ".hostPath", f.hostPath);
+        if (wanted(kShareGuestName, !f.name.empty())) out.setting(prefix + ".guestName", f.name);
+        if (wanted(kShareExpiration, f.disableAfterSession))
+            out.setting(prefix + ".expiration", f.disableAfterSession ? "session" : "never");
         writeKeptLines(out, prefix, f.keptLines);
     }
 
@@ -193,6 +201,15 @@ void writeAdvanced(VmxLines& out, const VmConfiguration& c) {
     out.flag("templateVM", a.templateVm);
     if (a.clusterEnabled) {
         for (const vmx::FixedKey& k : vmx::clusterKeys()) out.fixedSetting(k.key, k.value);
+        // The disks' own mode and type, which the fixed lines stand in for, for a later session.
+        for (int node : {0, 1}) {
+            const Device* disk = c.devices.deviceOnNode("SCSI", 0, node);
+            if (!disk || disk->type != DeviceType::HardDisk) continue;
+            for (std::string_view suffix : {".mode", ".deviceType"}) {
+                if (auto own = disk->settings.get(suffix))
+                    out.raw(vmx::ownValueComment("scsi0:" + std::to_string(node) + std::string(suffix), *own));
+            }
+        }
     }
 }
 

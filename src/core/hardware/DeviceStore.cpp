@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <tuple>
 
 #include "core/hardware/DeviceDefaults.h"
 #include "core/hardware/DeviceTexts.h"
@@ -156,7 +157,30 @@ bool DeviceStore::remove(DeviceType type, std::string_view identifier) {
         if (device->number >= 0) c.freeNumberHint = std::min(c.freeNumberHint, device->number);
     }
     std::erase_if(c.devices, [&](const auto& d) { return d.get() == device; });
+    if (isNodeDevice(type)) orderByNode(type);
     return true;
+}
+
+void DeviceStore::orderByNode(DeviceType type) {
+    if (!isNodeDevice(type)) return;
+    Collection& c = of(type);
+    // A device on no node (bus rank 2) sorts after every placed one.
+    auto rank = [](const Device& d) {
+        const std::string& bus = d.node.ControllerType();
+        int busRank = bus == "IDE" ? 0 : bus == "SCSI" ? 1 : 2;
+        if (d.node.ControllerNumber() < 0 || d.node.NodeNumber() < 0) busRank = 2;
+        return std::make_tuple(busRank, d.node.ControllerNumber(), d.node.NodeNumber());
+    };
+    std::stable_sort(c.devices.begin(), c.devices.end(),
+                     [&](const auto& a, const auto& b) { return rank(*a) < rank(*b); });
+    c.numberUse.clear();
+    for (std::size_t i = 0; i < c.devices.size(); ++i) {
+        Device& d = *c.devices[i];
+        d.number = static_cast<int>(i);
+        d.node.setDeviceNumber(d.number);
+        c.numberUse[d.number] = 1;
+    }
+    c.freeNumberHint = static_cast<int>(c.devices.size());
 }
 
 std::string DeviceStore::displayText(const Device& device) const { return deviceDisplayText(device); }

@@ -113,7 +113,16 @@ public:
     // new one.
     Device& addDevice(Device device);
 
+    // Removes a device. Removing a hard disk, DVD/CD-ROM drive or generic SCSI device numbers
+    // the others of its type again in node order (see orderByNode).
     bool remove(DeviceType type, std::string_view identifier);
+
+    // Numbers the devices of a disk-like type in node order, the order a file lists them in and
+    // the loader numbers them by: IDE before SCSI, then controller, then node; a device on no
+    // node comes last. Its collection is put in that order too, so that the name a device is
+    // shown by ("Hard Disk 2") is the one it has when the saved file is opened again. Called
+    // after every placement, move and removal of such a device.
+    void orderByNode(DeviceType type);
 
     std::string displayText(const Device& device) const;
     std::string summary(const Device& device) const;

@@ -44,19 +44,9 @@ Message invalidSelection(TextParts text) {
     return Message{MessageKind::Warning, {TextPart::fromId(191)}, std::move(text)};
 }
 
-// The free nodes a device of `type` could take, joined for a message ("IDE 1:1, SCSI 0:2").
-std::string freeNodesText(const DeviceStore& store, DeviceType type) {
-    std::string text;
-    for (Bus bus : {Bus::Ide, Bus::Scsi}) {
-        if (!busAllowed(type, bus)) continue;
-        for (const std::string& label : nodeList(store, bus)) {
-            if (label.find('-') == std::string::npos) text += (text.empty() ? "" : ", ") + label;
-        }
-    }
-    return text.empty() ? std::string("none") : text;
-}
-
 // Puts `device` on the first free node of `bus`; false when every node is held.
+Placement placeWithoutOrdering(DeviceStore& store, Device& device);
+
 bool placeOnBus(DeviceStore& store, Device& device, Bus bus) {
     std::vector<std::string> labels = nodeList(store, bus);
     auto free = findFirstFreeNode(labels);
@@ -196,6 +186,7 @@ NodeChoice chooseNode(DeviceStore& store, DeviceType type, std::string_view iden
     if (sitsOn(*device, parsed->bus, parsed->controller, parsed->node)) return result;
     if (holderText.empty()) {
         place(*device, parsed->bus, parsed->controller, parsed->node);
+        store.orderByNode(type);
         result.changed = true;
         return result;
     }
@@ -221,6 +212,8 @@ NodeChoice chooseNode(DeviceStore& store, DeviceType type, std::string_view iden
         return result;
     }
     place(*device, parsed->bus, parsed->controller, parsed->node);
+    store.orderByNode(type);
+    store.orderByNode(holder->type);
     result.changed = true;
     result.movedType = holder->type;
     result.movedIdentifier = holder->identifier;
@@ -239,6 +232,14 @@ NodeChoice chooseBus(DeviceStore& store, DeviceType type, std::string_view ident
 }
 
 Placement placeOnFirstFreeNode(DeviceStore& store, Device& device) {
+    Placement result = placeWithoutOrdering(store, device);
+    if (result.placed) store.orderByNode(device.type);
+    return result;
+}
+
+namespace {
+
+Placement placeWithoutOrdering(DeviceStore& store, Device& device) {
     Placement result;
     if (!isNodeDevice(device.type)) return result;
     if (isPlaced(device)) {
@@ -258,6 +259,89 @@ Placement placeOnFirstFreeNode(DeviceStore& store, Device& device) {
     result.placed = placeOnBus(store, device, Bus::Scsi);
     if (!result.placed) result.notices.push_back(notice(173));
     return result;
+}
+
+}  // namespace
+
+std::string freeNodesText(const DeviceStore& store, DeviceType type) {
+    std::string text;
+    for (Bus bus : {Bus::Ide, Bus::Scsi}) {
+        if (!busAllowed(type, bus)) continue;
+        for (const std::string& label : nodeList(store, bus)) {
+            if (label.find('-') == std::string::npos) text += (text.empty() ? "" : ", ") + label;
+        }
+    }
+    return text.empty() ? std::string("none") : text;
+}
+
+bool hasFreeNode(const DeviceStore& store, DeviceType type) {
+    if (!isNodeDevice(type)) return true;
+    for (Bus bus : {Bus::Ide, Bus::Scsi}) {
+        if (busAllowed(type, bus) && findFirstFreeNode(nodeList(store, bus))) return true;
+    }
+    return false;
+}
+
+std::vector<const Device*> devicesOnScsiController(const DeviceStore& store, int number) {
+    std::vector<const Device*> held;
+    for (DeviceType t : kNodeTypes) {
+        for (const Device& d : store.devices(t)) {
+            if (d.node.ControllerType() == busName(Bus::Scsi) && d.node.ControllerNumber() == number) held.push_back(&d);
+        }
+    }
+    std::stable_sort(held.begin(), held.end(),
+                     [](const Device* a, const Device* b) { return a->node.NodeNumber() < b->node.NodeNumber(); });
+    return held;
+}
+
+std::vector<std::string> removeScsiController(DeviceStore& store, std::string_view identifier) {
+    std::vector<std::string> report;
+    const Device* controller = store.find(DeviceType::ScsiController, identifier);
+    if (!controller) return report;
+    // The devices by identity, with the names and nodes they had while the controller stood.
+    struct Held {
+        DeviceType type;
+        std::string identifier;
+        std::string before;
+    };
+    std::vector<Held> held;
+    for (const Device* d : devicesOnScsiController(store, controller->number))
+        held.push_back({d->type, d->identifier, store.displayText(*d) + " (" + placedNodeLabel(*d) + ")"});
+    store.remove(DeviceType::ScsiController, identifier);
+    for (const Held& h : held) {
+        Device* d = store.find(h.type, h.identifier);
+        d->node.setControllerNumber(-1);
+        d->node.setNodeNumber(-1);
+        d->node.setControllerType({});
+        bool moved = busAllowed(h.type, Bus::Ide) && placeOnBus(store, *d, Bus::Ide);
+        if (!moved) moved = placeOnBus(store, *d, Bus::Scsi);
+        if (moved) {
+            report.push_back(h.before + " moved to " + placedNodeLabel(*d));
+        } else {
+            report.push_back(h.before + " removed with the controller");
+            store.remove(h.type, h.identifier);
+        }
+    }
+    for (DeviceType t : kNodeTypes) store.orderByNode(t);
+    return report;
+}
+
+std::string undeclaredControllerText(const DeviceStore& store, const Device& d) {
+    const int controller = d.node.ControllerNumber();
+    if (d.node.ControllerType() != busName(Bus::Scsi) || store.findByNumber(DeviceType::ScsiController, controller))
+        return {};
+    return store.displayText(d) + " sits on " + placedNodeLabel(d) + ", but the file declares no SCSI controller " +
+           std::to_string(controller) + " (scsi" + std::to_string(controller) + ".present)";
+}
+
+std::vector<std::string> devicesOnUndeclaredControllers(const DeviceStore& store) {
+    std::vector<std::string> lines;
+    for (DeviceType t : kNodeTypes) {
+        for (const Device& d : store.devices(t)) {
+            if (std::string text = undeclaredControllerText(store, d); !text.empty()) lines.push_back(std::move(text));
+        }
+    }
+    return lines;
 }
 
 }  // namespace arden

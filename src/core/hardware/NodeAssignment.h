@@ -105,4 +105,29 @@ struct Placement {
 };
 Placement placeOnFirstFreeNode(DeviceStore& store, Device& device);
 
+// The free nodes a device of `type` could take, joined for a message ("IDE 1:1, SCSI 0:2"),
+// or "none".
+std::string freeNodesText(const DeviceStore& store, DeviceType type);
+
+// Whether a node of a bus a device of `type` may sit on is free (always true for a type that
+// sits on no node). Add Hardware offers a disk-like type only then.
+bool hasFreeNode(const DeviceStore& store, DeviceType type);
+
+// The disk-like devices on the nodes of SCSI controller `number`, in node order.
+std::vector<const Device*> devicesOnScsiController(const DeviceStore& store, int number);
+
+// Removes the SCSI controller `identifier` and the devices on its nodes: each moves to the
+// first free node of another bus it may sit on (IDE, then the machine's other SCSI
+// controllers), or is removed with the controller when none is free. Returns one line per
+// device saying which ("Hard Disk 2 (SCSI 0:0) moved to IDE 0:1", "Gen SCSI 1 (SCSI 0:2)
+// removed with the controller").
+std::vector<std::string> removeScsiController(DeviceStore& store, std::string_view identifier);
+
+// Devices that sit on a SCSI node of a controller the machine does not declare (no
+// "scsiN.present" line): one line each, "Hard Disk 1 sits on SCSI 1:0, but the file declares
+// no SCSI controller 1".
+std::vector<std::string> devicesOnUndeclaredControllers(const DeviceStore& store);
+// That line for one device, or empty when it does not sit on such a node.
+std::string undeclaredControllerText(const DeviceStore& store, const Device& device);
+
 }  // namespace arden

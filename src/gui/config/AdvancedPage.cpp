@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "core/config/SaveFlow.h"
 #include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
 
@@ -32,11 +33,21 @@ AdvancedPage::AdvancedPage(VmConfiguration& config, QWidget* parent) : OptionPag
     auto* fraAdvanced = captionedFrame("fraAdvanced", 262);
     auto* grid = new QGridLayout(fraAdvanced);
     int row = 0;
+    auto* chkClusterEnabled = flagBox(fraAdvanced, "chkClusterEnabled", 270, advanced, &A::clusterEnabled);
+    // Clustering never takes over another device: while SCSI 0:0 or 0:1 holds something other
+    // than a hard disk, it is turned off again with the message that names it.
+    connect(chkClusterEnabled, &QCheckBox::clicked, this, [this, chkClusterEnabled](bool on) {
+        if (!on) return;
+        if (auto refusal = clusteringRefusal(config_)) {
+            showMessage(this, *refusal, languageOffset());
+            store([](VmConfiguration& c) { c.advanced.clusterEnabled = false; });
+            chkClusterEnabled->setChecked(false);
+        }
+    });
     for (QCheckBox* box : {flagBox(fraAdvanced, "chkDebug", 271, advanced, &A::debug),
                            flagBox(fraAdvanced, "chkAcceleration", 272, advanced, &A::disableAcceleration),
                            flagBox(fraAdvanced, "chkMemPageTrim", 273, advanced, &A::memPageTrim),
-                           flagBox(fraAdvanced, "chkTemplate", 277, advanced, &A::templateVm),
-                           flagBox(fraAdvanced, "chkClusterEnabled", 270, advanced, &A::clusterEnabled)}) {
+                           flagBox(fraAdvanced, "chkTemplate", 277, advanced, &A::templateVm), chkClusterEnabled}) {
         grid->addWidget(box, row++, 0, 1, 3);
     }
     auto* chkLogging = flagBox(fraAdvanced, "chkLogging", 274, advanced, &A::logging);

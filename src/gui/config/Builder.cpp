@@ -16,6 +16,7 @@
 #include "gui/hardware/HardwareListPanel.h"
 #include "gui/config/ConfigWidgets.h"
 #include "gui/config/OptionsPanel.h"
+#include "gui/config/TypedText.h"
 #include "gui/support/Prompts.h"
 #include "gui/support/UiText.h"
 
@@ -151,6 +152,14 @@ QString Builder::undoName() const { return uiText(history_->undoName(), Language
 QString Builder::redoName() const { return uiText(history_->redoName(), LanguageOffset); }
 
 bool Builder::changedOnDisk() const { return baseline_.changedOnDisk(config_.vmxPath()); }
+
+bool Builder::commitTypedText() { return arden::gui::commitTypedText(this); }
+
+bool Builder::holdsRefusedText() {
+    QWidget* box = refusedBox(this);
+    if (box) box->setFocus();
+    return box != nullptr;
+}
 
 QString Builder::favoriteDisplayName() const { return qs(config_.identity.displayName); }
 

@@ -74,6 +74,13 @@ public:
     QString vmxPath() const;
     int configVersion() const;
 
+    // Stores the text typed into the focused box as if the user had left it; false when the
+    // box refused it (its message was shown and focus stays there). Called before Save,
+    // Close, Quit, Launch and a language change.
+    bool commitTypedText();
+    // Whether a box of this editor holds text it refused (focus is then put back there).
+    bool holdsRefusedText();
+
     // Relabels every caption from the string table with `languageOffset`.
     void UpdateUILabels(int languageOffset);
 

@@ -1,5 +1,7 @@
 #include "gui/hardware/DevicePage.h"
 
+#include "gui/config/TypedText.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFileInfo>
@@ -116,11 +118,13 @@ QLineEdit* DevicePage::numberBox(QWidget* parent, const char* name, std::string 
     auto show = [=](const Device& d) {
         const auto stored = d.settings.number(key);
         box->setText(stored ? shown(*stored) : QString());
+        markRefused(box, false);
     };
     onFill(show);
     connect(box, &QLineEdit::editingFinished, this, [=, this] {
         if (filling_ || !device()) return;
         const NumberCheck result = check(box->text().toStdString());
+        markRefused(box, result.refusal.has_value());
         if (result.refusal) {
             showMessage(this, *result.refusal, languageOffset());
             box->setFocus();  // an invalid entry is reported and the user corrects it

@@ -4,6 +4,7 @@
 #include <QKeySequence>
 #include <QShortcut>
 #include <QPushButton>
+#include <QSignalBlocker>
 #include <QSplitter>
 #include <QTreeWidget>
 #include <QVBoxLayout>
@@ -11,8 +12,10 @@
 
 #include "core/config/HardwareFigures.h"
 #include "core/hardware/DeviceDefaults.h"
+#include "core/hardware/DeviceFiles.h"
 #include "core/hardware/HardwareLimits.h"
 #include "core/hardware/NodeAssignment.h"
+#include "gui/disks/DiskDialogs.h"
 #include "gui/hardware/DevicePages.h"
 #include "gui/hardware/frmAddHardware.h"
 #include "gui/support/FocusMarker.h"
@@ -61,7 +64,7 @@ HardwareListPanel::HardwareListPanel(VmConfiguration& config, QWidget* parent) :
 
     sstHardware_ = new DevicePages(config_, this);
     connect(sstHardware_, &DevicePages::edited, this, [this] {
-        refreshSummaries();  // a node choice may have moved another device as well
+        refreshEntries();  // a node choice may have moved (and renumbered) other devices as well
         emit edited();
     });
 
@@ -127,16 +130,31 @@ void HardwareListPanel::showDevice(QTreeWidgetItem* item) {
     cmdHardwareRemove_->setEnabled(canRemoveDevice(type, config_.devices.count(type)));
 }
 
-void HardwareListPanel::refreshSummaries() {
+void HardwareListPanel::refreshEntries() {
+    const std::vector<HardwareListEntry> entries = config_.devices.hardwareList();
+    bool sameOrder = static_cast<int>(entries.size()) == lvwHardwareList_->topLevelItemCount();
+    for (int i = 0; sameOrder && i < lvwHardwareList_->topLevelItemCount(); ++i)
+        sameOrder = lvwHardwareList_->topLevelItem(i)->data(0, kKeyRole).toString() == qs(entries[static_cast<std::size_t>(i)].key);
+    if (!sameOrder) {
+        // Devices were numbered again in node order: the list follows, the chosen entry stays chosen
+        // and its page as it is.
+        const QSignalBlocker blocker(lvwHardwareList_);
+        QTreeWidgetItem* current = lvwHardwareList_->currentItem();
+        const QString chosen = current ? current->data(0, kKeyRole).toString() : QString();
+        lvwHardwareList_->clear();
+        for (const HardwareListEntry& e : entries) {
+            QTreeWidgetItem* item = makeItem(e);
+            lvwHardwareList_->addTopLevelItem(item);
+            if (qs(e.key) == chosen) lvwHardwareList_->setCurrentItem(item);
+        }
+        return;
+    }
     for (int i = 0; i < lvwHardwareList_->topLevelItemCount(); ++i) {
         QTreeWidgetItem* item = lvwHardwareList_->topLevelItem(i);
-        DeviceType type{};
-        std::string identifier;
-        if (!keyOf(item, type, identifier)) continue;
-        if (const Device* d = config_.devices.find(type, identifier)) {
-            item->setText(1, qs(config_.devices.summary(*d)));
-            item->setToolTip(1, item->text(1));
-        }
+        const HardwareListEntry& e = entries[static_cast<std::size_t>(i)];
+        item->setText(0, qs(e.text));
+        item->setText(1, qs(e.summary));
+        item->setToolTip(1, item->text(1));
     }
 }
 
@@ -157,18 +175,56 @@ void HardwareListPanel::addEntry(DeviceType type, const std::string& identifier)
 }
 
 void HardwareListPanel::addDevice() {
-    frmAddHardware dialog(config_.devices.counts(), deviceMaxima(config_), languageOffset_, this);
+    DeviceStore& store = config_.devices;
+    std::vector<frmAddHardware::NotOffered> notOffered;
+    for (DeviceType t : {DeviceType::HardDisk, DeviceType::CdRom, DeviceType::GenericScsi}) {
+        if (!hasFreeNode(store, t)) notOffered.push_back({t, busAllowed(t, Bus::Ide) ? 391 : 392});
+    }
+    frmAddHardware dialog(store.counts(), deviceMaxima(config_), languageOffset_, this, notOffered);
     if (dialog.exec() != QDialog::Accepted || !dialog.chosenType()) return;
-    Device& device = config_.devices.createDevice(*dialog.chosenType());
-    if (device.type == DeviceType::Network) giveGeneratedAddress(config_.devices, device, std::random_device{}());
+    Device& device = store.createDevice(*dialog.chosenType());
+    if (device.type == DeviceType::Network) giveGeneratedAddress(store, device, std::random_device{}());
     const DeviceType type = device.type;
     const std::string identifier = device.identifier;
     if (isNodeDevice(type)) {
-        for (const Message& notice : placeOnFirstFreeNode(config_.devices, device).notices)
-            showMessage(this, notice, languageOffset_);
+        const Placement placement = placeOnFirstFreeNode(store, device);
+        for (const Message& notice : placement.notices) showMessage(this, notice, languageOffset_);
+        // A device without a node would not be in the saved file: it is not added.
+        if (!placement.placed) {
+            store.remove(type, identifier);
+            return;
+        }
+    }
+    if (type == DeviceType::HardDisk) {
+        const QString disk = askDiskFile(device);
+        if (disk.isEmpty()) {
+            store.remove(type, identifier);
+            return;
+        }
+        useFile(*store.find(type, identifier), disk.toStdString());
     }
     addEntry(type, identifier);
+    refreshEntries();  // the new device may come before others of its type in node order
     emit edited();
+}
+
+QString HardwareListPanel::askDiskFile(const Device& disk) {
+    const int o = languageOffset_;
+    const QString folder = qs(config_.identity.vmxFolder);
+    if (showMessage(this, MessageKind::Question, uiText(393, o), uiText(394, o)) == Answer::Yes) {
+        const bool scsi = disk.node.ControllerType() == busName(Bus::Scsi);
+        const Device* controller = scsi ? config_.devices.findByNumber(DeviceType::ScsiController, disk.node.ControllerNumber())
+                                        : nullptr;
+        CreateDiskRequest preset;
+        preset.folder = folder;
+        preset.adapter = disks::adapterForNode(scsi ? disks::DiskBus::Scsi : disks::DiskBus::Ide,
+                                               controller ? controller->settings.text(".virtualDev") : std::string{});
+        preset.languageOffset = o;
+        QString path;
+        return createDiskFor(this, preset, path) ? path : QString();
+    }
+    return pickOpenFile(this, uiText(337, o), uiText(338, o) + " (*.vmdk);;" + uiText(308, o) + " (*)",
+                        pickerStartFolder(folder));
 }
 
 void HardwareListPanel::removeSelected() {
@@ -176,12 +232,40 @@ void HardwareListPanel::removeSelected() {
     DeviceType type{};
     std::string identifier;
     if (!keyOf(item, type, identifier)) return;
-    if (!canRemoveDevice(type, config_.devices.count(type)) || !config_.devices.remove(type, identifier)) return;
+    if (!canRemoveDevice(type, config_.devices.count(type))) return;
+    if (type == DeviceType::ScsiController) {
+        if (removeScsiControllerAsked(identifier)) emit edited();
+        return;
+    }
+    if (!config_.devices.remove(type, identifier)) return;
     const int row = lvwHardwareList_->indexOfTopLevelItem(item);
     delete item;  // the list moves its current entry to a neighbour
     if (lvwHardwareList_->topLevelItemCount() == 0) cmdHardwareRemove_->setEnabled(false);
     else lvwHardwareList_->setCurrentItem(lvwHardwareList_->topLevelItem(std::min(row, lvwHardwareList_->topLevelItemCount() - 1)));
+    refreshEntries();  // the others of a disk-like type are numbered again
     emit edited();
+}
+
+bool HardwareListPanel::removeScsiControllerAsked(const std::string& identifier) {
+    DeviceStore& store = config_.devices;
+    const Device* controller = store.find(DeviceType::ScsiController, identifier);
+    if (!controller) return false;
+    QStringList held;
+    for (const Device* d : devicesOnScsiController(store, controller->number))
+        held << qs(store.displayText(*d) + " (" + placedNodeLabel(*d) + ")");
+    const int o = languageOffset_;
+    if (!held.isEmpty() &&
+        showMessage(this, MessageKind::Question, uiText(395, o),
+                    uiText(396, o) + "\n" + held.join("\n") + "\n\n" + uiText(397, o)) != Answer::Yes)
+        return false;
+    const std::vector<std::string> report = removeScsiController(store, identifier);
+    fill();
+    if (!report.empty()) {
+        QStringList lines;
+        for (const std::string& line : report) lines << qs(line);
+        showMessage(this, MessageKind::Information, uiText(398, o), lines.join("\n"));
+    }
+    return true;
 }
 
 }  // namespace arden::gui

@@ -45,7 +45,13 @@ private:
     void showDevice(QTreeWidgetItem* item);
     void addDevice();
     void removeSelected();
-    void refreshSummaries();
+    // Every entry's text and summary again; when devices were numbered again in node order,
+    // the entries in the store's order, the chosen one kept.
+    void refreshEntries();
+    // The disk file of a new hard disk: created (Yes) or chosen (No); empty when cancelled.
+    QString askDiskFile(const Device& disk);
+    // Removes a SCSI controller; one that holds devices asks first, naming them. True when removed.
+    bool removeScsiControllerAsked(const std::string& identifier);
     QTreeWidgetItem* makeItem(const HardwareListEntry& entry) const;
 
     VmConfiguration& config_;

@@ -1,5 +1,7 @@
 #include "gui/hardware/NetworkPage.h"
 
+#include "gui/config/TypedText.h"
+
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QFormLayout>
@@ -146,7 +148,10 @@ MacMode NetworkPage::shownMode() const { return optNetMacStatic_->isChecked() ? 
 
 void NetworkPage::showMode(MacMode mode, const MacBoxes& boxes) {
     (mode == MacMode::Static ? optNetMacStatic_ : optNetMacGenerated_)->setChecked(true);
-    for (std::size_t i = 0; i < 6; ++i) txtNetMac_[i]->setText(qs(boxes[i]));
+    for (std::size_t i = 0; i < 6; ++i) {
+        txtNetMac_[i]->setText(qs(boxes[i]));
+        markRefused(txtNetMac_[i], false);
+    }
     txtNetMacGenOffset_->setEnabled(mode == MacMode::Generated);
     cmdNetMacGenerate_->setEnabled(mode == MacMode::Static);
 }
@@ -167,7 +172,9 @@ void NetworkPage::leaveOctet(int index) {
     if (filling() || !device()) return;
     QLineEdit* box = txtNetMac_[static_cast<std::size_t>(index)];
     std::string accepted;
-    if (!checkMacOctet(shownMode(), index, box->text().toStdString(), accepted)) {
+    const bool refused = !checkMacOctet(shownMode(), index, box->text().toStdString(), accepted);
+    markRefused(box, refused);
+    if (refused) {
         box->clear();
         showMessage(this, macRangeMessage(shownMode()), languageOffset());
         box->setFocus();

@@ -1,6 +1,8 @@
 #include "gui/hardware/frmAddHardware.h"
 
 #include <QDialogButtonBox>
+#include <QStringList>
+#include <algorithm>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
@@ -20,7 +22,7 @@ constexpr int kTypeRole = Qt::UserRole;
 }  // namespace
 
 frmAddHardware::frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& maxima, int languageOffset,
-                               QWidget* parent)
+                               QWidget* parent, const std::vector<NotOffered>& notOffered)
     : QDialog(parent), counts_(counts), maxima_(maxima), languageOffset_(languageOffset) {
     setObjectName("frmAddHardware");
     setWindowTitle(uiText(90, languageOffset));  // "Add New Hardware"
@@ -31,9 +33,15 @@ frmAddHardware::frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& m
     captions.apply(languageOffset);
     lvwAvailableHardware_->setIconSize(QSize(20, 20));
     // Every type the product has, with how many the machine holds; a type at its limit stays
-    // listed, greyed, and says why it cannot be added.
+    // listed, greyed, and says why it cannot be added. A disk-like type with no free node it may
+    // sit on is left out, and the label below the list says why.
     QTreeWidgetItem* firstAddable = nullptr;
+    QStringList leftOut;
+    for (const NotOffered& n : notOffered)
+        leftOut << uiText(deviceTypeNameId(n.type), languageOffset) + " - " + uiText(n.reasonId, languageOffset);
     for (DeviceType type : listedDeviceTypes(counts, maxima)) {
+        if (std::any_of(notOffered.begin(), notOffered.end(), [&](const NotOffered& n) { return n.type == type; }))
+            continue;
         const int n = typeNumber(type);
         const int count = counts[static_cast<std::size_t>(n)];
         auto* item = new QTreeWidgetItem(lvwAvailableHardware_,
@@ -51,6 +59,11 @@ frmAddHardware::frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& m
         }
     }
     lblDeviceType->setBuddy(lvwAvailableHardware_);
+
+    auto* lblNotOffered = named<QLabel>("lblNotOffered", this);
+    lblNotOffered->setWordWrap(true);
+    lblNotOffered->setText(uiText(390, languageOffset) + "\n" + leftOut.join("\n"));
+    lblNotOffered->setVisible(!leftOut.isEmpty());
 
     lblInfo_ = named<QLabel>("lblInfo", this);
     lblInfo_->setWordWrap(true);
@@ -80,6 +93,7 @@ frmAddHardware::frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& m
     auto* layout = new QVBoxLayout(this);
     layout->addWidget(lblDeviceType);
     layout->addWidget(lvwAvailableHardware_, 1);
+    layout->addWidget(lblNotOffered);
     layout->addWidget(lblInfo_);
     layout->addWidget(buttons);
     resize(420, 460);

@@ -2,9 +2,11 @@
 // frmAddHardware: the modal dialog of the editor's Add command. It lists the device types of
 // the machine's product with how many the machine holds (types at their limit greyed, with
 // the reason), says for the chosen row whether one more may be added, and returns the chosen
-// type. The first type that may be added is chosen when the dialog opens.
+// type. The first type that may be added is chosen when the dialog opens. A disk-like type is
+// offered only while a node it may sit on is free.
 #include <QDialog>
 #include <optional>
+#include <vector>
 
 #include "core/hardware/HardwareLimits.h"
 
@@ -17,7 +19,14 @@ namespace arden::gui {
 class frmAddHardware : public QDialog {
     Q_OBJECT
 public:
-    frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& maxima, int languageOffset, QWidget* parent);
+    // A disk-like type that could be added but has no free node to sit on, and the string-table
+    // id of the reason: it is left out of the list, and lblNotOffered names it with the reason.
+    struct NotOffered {
+        DeviceType type;
+        int reasonId;
+    };
+    frmAddHardware(const DeviceCounts& counts, const DeviceMaxima& maxima, int languageOffset, QWidget* parent,
+                   const std::vector<NotOffered>& notOffered = {});
 
     // The chosen type after OK; nothing when the dialog was cancelled.
     std::optional<DeviceType> chosenType() const { return chosen_; }

@@ -1,5 +1,7 @@
 #include "gui/shell/frmMain.h"
 
+#include <QSignalBlocker>
+
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
@@ -80,6 +82,16 @@ frmMain::frmMain(const QString& commandLine, QWidget* parent) : QMainWindow(pare
     connect(home_, &HomeList::removeRequested, this, &frmMain::removeFavorite);
     connect(home_, &HomeList::selectionChanged, this, [this](const QString& path) { currentVmxPath_ = path; });
     connect(sstMain_, &QTabWidget::currentChanged, this, [this](int index) {
+        // Leaving an editor stores what was typed in it; a box that refused its text keeps
+        // the editor in front until the text is corrected.
+        Builder* left = editorAt(shownTab_);
+        if (left && index != shownTab_ && left->holdsRefusedText()) {
+            const QSignalBlocker blocker(sstMain_);
+            sstMain_->setCurrentIndex(shownTab_);
+            left->holdsRefusedText();  // focus back into the box
+            return;
+        }
+        shownTab_ = index;
         if (Builder* b = editorAt(index)) currentVmxPath_ = b->vmxPath();
         else currentVmxPath_ = home_->selectedPath();
         updateEditActions();
@@ -230,12 +242,14 @@ bool frmMain::CloseEditorTab() {
     if (index == 0) return false;
     Builder* editor = editorAt(index);
     if (!editor) return false;
+    if (!editor->commitTypedText()) return false;
     if (editor->ChangesPending()) {
         const int o = languageOffset();
         const Answer a = showMessage(this, MessageKind::Question, uiText(29, o) + " - " + tabCaption(*editor),
                                      uiText(30, o));
         if (a != Answer::Yes) return false;
     }
+    shownTab_ = -1;  // the editor in front goes: no box of it holds the switch back
     sstMain_->removeTab(index);
     editor->deleteLater();
     editor->setParent(nullptr);
@@ -259,7 +273,7 @@ void frmMain::openConfiguration() {
 
 void frmMain::saveConfiguration() {
     Builder* editor = activeEditor();
-    if (!editor) return;
+    if (!editor || !editor->commitTypedText()) return;
     if (editor->CreateVmxFile()) {
         AddVMToFavorites(*editor);
         currentVmxPath_ = editor->vmxPath();
@@ -303,7 +317,10 @@ void frmMain::removeFavorite(const QString& displayName) {
     UpdateFavoritesList();
 }
 
-void frmMain::launchConfiguration() { launchPath(currentVmxPath_); }
+void frmMain::launchConfiguration() {
+    if (Builder* editor = activeEditor(); editor && !editor->commitTypedText()) return;
+    launchPath(currentVmxPath_);
+}
 
 void frmMain::launchPath(const QString& path) {
     if (path.trimmed().isEmpty()) return;
@@ -312,6 +329,8 @@ void frmMain::launchPath(const QString& path) {
 }
 
 void frmMain::showOptions() {
+    // The language may change: what was typed is stored before the captions are replaced.
+    if (Builder* editor = activeEditor(); editor && !editor->commitTypedText()) return;
     OptionValues values{qs(settings_.IniLocation), settings_.CreateBackups, qs(settings_.LaunchApplication),
                         qs(settings_.ImagePath), settings_.LanguageOffset, qs(settings_.TempFolder)};
     frmOptions dialog(values, this);
@@ -355,6 +374,10 @@ frmSummary* frmMain::notesWindow() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+    if (Builder* editor = activeEditor(); editor && !editor->commitTypedText()) {
+        event->ignore();
+        return;
+    }
     for (int i = sstMain_->count() - 1; i > 0; --i) {
         Builder* editor = editorAt(i);
         if (!editor || !editor->ChangesPending()) continue;

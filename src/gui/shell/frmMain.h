@@ -90,6 +90,7 @@ private:
     QString existingVmxFileName_;
     QString currentVmxPath_;
     int tabCounter_ = 0;
+    int shownTab_ = 0;  // the tab in front, until a switch away from it is allowed
 
     QTabWidget* sstMain_;
     HomeList* home_;

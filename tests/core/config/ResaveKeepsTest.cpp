@@ -79,6 +79,14 @@ TEST(ResaveClustering, FixedValuesWinOverTheDisksOwn) {
     const std::string off = writeVmxText(r.config);
     EXPECT_TRUE(hasLine(off, "scsi0:0.mode = \"persistent\"")) << "the disk has its own values back";
     EXPECT_EQ(off.find("diskLib"), std::string::npos);
+    // In a later session too: the clustered file keeps the disk's own values in comment lines.
+    EXPECT_TRUE(hasLine(text, "# scsi0:0.mode = \"persistent\" (the disk's own, while clustering is off)"));
+    LoadResult later = parseIn(text);
+    later.config.advanced.clusterEnabled = false;
+    const std::string offLater = writeVmxText(later.config);
+    EXPECT_TRUE(hasLine(offLater, "scsi0:0.mode = \"persistent\""));
+    EXPECT_TRUE(hasLine(offLater, "scsi0:0.deviceType = \"scsi-hardDisk\""));
+    EXPECT_EQ(offLater.find("the disk's own"), std::string::npos);
 }
 
 TEST(ResaveUnusableValues, KeptAsWrittenWithANotice) {

@@ -134,3 +134,40 @@ TEST(SaveFlow, TheBackupIsReportedAsItWent) {
     EXPECT_FALSE(ok);
     EXPECT_FALSE(fs::exists(dir / "gone.vmx.bak"));
 }
+
+// A save never leaves a device out of the file, nor writes a disk without its file, nor a
+// text the loader would not read back; each refusal names what is wrong.
+TEST(SaveChecks, DevicesWithoutNodeOrDiskAndTextsTooLargeAreRefused) {
+    VmConfiguration c = machineIn("/tmp");
+    Device& disk = c.devices.createDevice(DeviceType::HardDisk);
+    disk.settings.setFlag(".present", true);
+    EXPECT_EQ(shown(checkSave(c)), "Unable to Save: Hard Disk 1 sits on no IDE or SCSI node, so the file would not hold it. "
+                                   "Choose a free node on its page, or remove it. Nothing was written.");
+    disk.node.setControllerType("IDE");
+    disk.node.setControllerNumber(0);
+    disk.node.setNodeNumber(1);
+    EXPECT_EQ(shown(checkSave(c)), "Unable to Save: Hard Disk 1 (IDE 0:1) names no disk file, and a machine with such a "
+                                   "disk does not start. Choose its disk file on its page, or remove it. Nothing was written.");
+    disk.settings.set(".fileName", "a.vmdk");
+    EXPECT_FALSE(checkSave(c));
+
+    EXPECT_FALSE(checkWrittenSize(std::string(1048576, 'x') + "\r\n"));
+    EXPECT_EQ(shown(checkWrittenSize("a = \"b\"\r\n" + std::string(1048577, 'x') + "\r\n")),
+              "Unable to Save: Line 2 would be 1048577 bytes long, and configuration lines are read up to 1048576 bytes: "
+              "the file could not be opened again. Shorten that text. Nothing was written.");
+    std::string big;
+    for (int i = 0; i < 24; ++i) big += std::string(720000, 'n') + "\r\n";
+    EXPECT_EQ(shown(checkWrittenSize(big)),
+              "Unable to Save: The file would be 17280048 bytes long, and a configuration file is read up to 16777216 bytes: "
+              "it could not be opened again. Shorten the longest texts (names, folders, notes). Nothing was written.");
+}
+
+TEST(SaveChecks, ATooLargeMachineIsNotWritten) {
+    ScratchDir dir;
+    VmConfiguration c = machineIn(dir.path());
+    for (int i = 0; i < 24; ++i) c.sharedFolders.folders.push_back(SharedFolder{std::string(720000, 'a' + i % 26), "/srv"});
+    SaveResult result = arden::CreateVmxFile(c);
+    EXPECT_FALSE(result.written);
+    EXPECT_TRUE(shown(result.refusal).starts_with("Unable to Save: The file would be ")) << shown(result.refusal);
+    EXPECT_FALSE(fs::exists(c.vmxPath()));
+}

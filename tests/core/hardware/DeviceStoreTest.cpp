@@ -18,8 +18,13 @@ TEST(DeviceStore, NumbersIdentifiersAndTexts) {
     for (int i = 0; i < 1000; ++i) s.createDevice(DeviceType::HardDisk);
     ASSERT_TRUE(s.remove(DeviceType::HardDisk, second.identifier));
     EXPECT_EQ(first.settings.text(".fileName"), "first.vmdk") << "a reference survives creations and removals";
-    EXPECT_EQ(s.createDevice(DeviceType::HardDisk).number, 1) << "the lowest free number is reused";
+    EXPECT_EQ(s.displayText(s.devices(DeviceType::HardDisk).back()), "Hard Disk 1001")
+        << "disk-like devices are numbered again, in node order and without gaps";
+    EXPECT_EQ(s.createDevice(DeviceType::HardDisk).number, 1001);
     EXPECT_EQ(s.createDevice(DeviceType::HardDisk).number, 1002);
+    for (int i = 0; i < 3; ++i) s.createDevice(DeviceType::Floppy);
+    ASSERT_TRUE(s.remove(DeviceType::Floppy, s.devices(DeviceType::Floppy)[1].identifier));
+    EXPECT_EQ(s.createDevice(DeviceType::Floppy).number, 1) << "the lowest free number is reused";
 
     DeviceStore copy = s;
     EXPECT_EQ(copy, s);
