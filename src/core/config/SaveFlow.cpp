@@ -21,6 +21,8 @@ std::string gapText(const VmConfiguration& config, const EncodingGap& gap) {
 }
 
 std::optional<EncodingGap> encodingGap(const VmConfiguration& config) {
+    // UTF-8 holds every character: no text needs to be written to know it.
+    if (config.fileText.convertToUtf8 || codecOf(config.fileText).isUtf8()) return std::nullopt;
     std::optional<EncodingGap> gap;
     writeVmxText(config, &gap);
     return gap;
