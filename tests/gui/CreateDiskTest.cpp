@@ -80,6 +80,32 @@ TEST(CreateDiskDialog, UnitConversionBothWaysAndAdapterMaxima) {
     EXPECT_EQ(child<QLabel>(&opened, "lblSizeRange")->text(), "100 Mb to 950 Gb");
 }
 
+// What the dialog offers first (8 GB, split growable, the external method on this system), and a
+// disk the external tool could not make: its reason is shown and the dialog stays open.
+TEST(CreateDiskDialog, DefaultsAndAFailedToolKeepTheDialogOpen) {
+    ScratchDir dir;
+    fs::create_directories(dir / "bin");
+    arden::test::writeBytes(dir / "bin" / "qemu-img", "#!/bin/sh\necho 'qemu-img: cannot create' >&2\nexit 1\n");
+    fs::permissions(dir / "bin" / "qemu-img", fs::perms(0755));
+    fs::create_directory(dir / "vm");
+    const QByteArray oldPath = qgetenv("PATH");
+    qputenv("PATH", QByteArray::fromStdString((dir / "bin").string()));
+    PromptScript script;
+    frmCreateHD dialog({qpath(dir / "vm")});
+    QStringList checked;
+    for (const char* name : {"optSizeGb", "optTypeGrowSplit", "optMethodExternal"})
+        if (child<QRadioButton>(&dialog, name)->isChecked()) checked << name;
+    EXPECT_EQ(checked, QStringList({"optSizeGb", "optTypeGrowSplit", "optMethodExternal"}));
+    EXPECT_EQ(child<QLineEdit>(&dialog, "txtDiskSize")->text(), "8");
+    fill(&dialog, "t", "optAdaptIde", "200", "optSizeMb", "optTypeGrow");
+    child<QPushButton>(&dialog, "cmdOK")->click();
+    qputenv("PATH", oldPath);
+    EXPECT_EQ(said(script), QStringList{"Create New Hard Disk: " + qpath(dir / "bin" / "qemu-img") +
+                                        " ended with exit code 1: qemu-img: cannot create"});
+    EXPECT_NE(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(filesIn(dir / "vm"), QStringList{});
+}
+
 TEST(CreateDiskDialog, CancelDuringAPreallocationLeavesNoFile) {
     ScratchDir dir;
     PromptScript script;

@@ -3,6 +3,7 @@
 // the hardware list: Add, the node lists, Remove.
 #include <QAbstractButton>
 #include <QAbstractSlider>
+#include <QCheckBox>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QStackedWidget>
@@ -143,6 +144,16 @@ TEST(DevicePages, PickedImagesAndTypedPathsRewriteTheEntry) {
     typeInto(child<QLineEdit>(&b, "txtCDRImage"), "/isos/new.iso");
     EXPECT_EQ(cd->text(1), "IDE 1:0, /isos/new.iso");
     EXPECT_TRUE(child<QRadioButton>(&b, "optCDRImage")->isChecked());
+
+    // A host drive in legacy emulation keeps it when another drive is typed.
+    arden::test::writeBytes(dir / "old.vmx", "ide1:0.present = \"TRUE\"\r\nide1:0.deviceType = \"atapi-cdrom\"\r\n"
+                                              "ide1:0.fileName = \"/dev/hdc\"\r\n");
+    auto old = openFile(dir / "old.vmx");
+    chooseDevice(old.get(), DeviceType::CdRom);
+    EXPECT_TRUE(child<QCheckBox>(old.get(), "chkCDRLegacy")->isChecked());
+    typeInto(child<QComboBox>(old.get(), "cboCDRDrive"), "/dev/sr0");
+    const DeviceSettings& drive = settingsOf(old.get(), DeviceType::CdRom);
+    EXPECT_EQ(drive.text(".deviceType") + " " + drive.text(".fileName"), "atapi-cdrom /dev/sr0");
 }
 
 TEST(DevicePages, HardDiskModesCreateNewAndDiskInformation) {
