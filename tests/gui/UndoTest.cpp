@@ -86,7 +86,11 @@ std::vector<Action> twentyActions(const QString& shareFolder) {
              child<QPushButton>(b, "cmdSharedAdd")->click();
          },
          "Add Music", "Options 2"},
-        {[](Builder* b) { pick(child<QComboBox>(b, "cboPlatformVersion"), "5.0x"); }, "Target Platform Workstation 5.0x",
+        {[](Builder* b) {
+             PromptScript::active()->answer(Answer::Yes);  // fit the machine to the older product
+             pick(child<QComboBox>(b, "cboPlatformVersion"), "5.0x");
+         },
+         "Target Platform Workstation 5.0x",
          "Options 0"},
         {[](Builder* b) { pick(child<QComboBox>(b, "cboGuestFamilies"), "Linux"); }, "Guest Operating System Red Hat Linux", "Options 0"},
         {[](Builder* b) { clickBox(b, "chkInteractDND"); }, "Disable drag and drop to and from this virtual machine",
@@ -138,8 +142,9 @@ TEST(Undo, TwentyMixedEditsUndoneGiveTheResavedFileAndRedoneGiveThemBack) {
         EXPECT_EQ(b->history()->count(), int(texts.size()) - 1) << "one action, one step: " << a.name;
         EXPECT_EQ(b->undoName(), a.name);
     }
-    EXPECT_EQ(said(script), QStringList{"Adapter Type Changed: Workstation 5.0x does not offer every network adapter type "
-                                        "this machine used:\nNetwork Adapter 1: E1000 is now AMD Lance."});
+    EXPECT_EQ(said(script), QStringList{"Change of Product: Workstation 5.0x cannot hold everything this machine has:\n"
+                                        "- Network Adapter 1: Workstation 5.0x does not offer the adapter type \"e1000\"; "
+                                        "becomes \"vlance\"\nChange the machine to fit the new product?"});
 
     for (std::size_t i = actions.size(); i > 0; --i) {
         b->history()->undo();
@@ -274,7 +279,7 @@ TEST_F(MainWindow, TheEditMenuKeysAndTexts) {
         {0, "&Edit", "&Undo", "&Redo", "C&hanges..."},
         {500, "&Bearbeiten", QString::fromUtf8("&Rückgängig"), "&Wiederholen", QString::fromUtf8("&Änderungen...")},
         {1000, QString::fromUtf8("&Édition"), "&Annuler", QString::fromUtf8("&Rétablir"), "&Modifications..."},
-        {1500, QString::fromUtf8("&Edición"), "&Deshacer", "&Rehacer", "&Cambios..."},
+        {1500, QString::fromUtf8("&Edición"), "&Deshacer", "&Rehacer", "C&ambios..."},
         {2000, "&Modifica", "&Annulla", "&Ripeti", "&Modifiche..."},
     };
     for (const Words& w : languages) {

@@ -77,7 +77,7 @@ TEST_F(Completion, OffersTheCommandsActionsAndOptionsOfTheHelp) {
     EXPECT_EQ(offers({"--"}), (Words{"--help", "--version"}));
     EXPECT_EQ(offers({"device", ""}), (Words{"add", "node", "remove"}));
     EXPECT_EQ(offers({"favorites", ""}), (Words{"add", "list", "remove"}));
-    EXPECT_EQ(offers({"resave", vmx(), "--"}), (Words{"--backup", "--output", "--yes"}));
+    EXPECT_EQ(offers({"resave", vmx(), "--"}), (Words{"--backup", "--dry-run", "--output", "--yes"}));
 }
 
 TEST_F(Completion, OffersTheValuesTheHelpListsForAnOption) {

@@ -50,9 +50,9 @@ TEST(ManualPages, TheCliPageListsEveryCommandFormAndOptionOfTheHelp) {
     const std::set<std::string> inHelp = helpForms(help.out);
     // The help is read as a user reads it: these forms are in it, continuation lines joined.
     ASSERT_TRUE(inHelp.contains("new FOLDER NAME [--platform P] [--version V]")) << joined(inHelp);
-    ASSERT_TRUE(inHelp.contains("device node FILE ENTRY NODE")) << joined(inHelp);
+    ASSERT_TRUE(inHelp.contains("device node FILE ENTRY NODE [--yes] [--dry-run]")) << joined(inHelp);
     ASSERT_TRUE(inHelp.contains("nic FILE N [--type vlance|vmxnet|e1000] [--connection bridged|hostonly|nat|VMnetK] "
-                                "[--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no]"))
+                                "[--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no] [--yes] [--dry-run]"))
         << joined(inHelp);
 
     const std::set<std::string> inManual = manualForms(readBytes(kManualDir / "arden-forge-cli.1"));

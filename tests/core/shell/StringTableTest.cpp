@@ -42,6 +42,7 @@ struct SameAsEnglish {
 constexpr SameAsEnglish kSameAsEnglish[] = {
     // "Arden Forge", the products and the guest families
     {1, "de fr es it"}, {213, "de fr es it"}, {214, "de fr es it"}, {215, "de fr es it"}, {216, "de fr es it"},
+    {359, "de fr es it"}, {360, "de fr es it"},
     {220, "de fr es it"}, {221, "de fr es it"}, {222, "de fr es it"}, {223, "de fr es it"},
     // technical terms, buses, adapters and units
     {8, "de fr es it"}, {95, "de fr es it"}, {130, "de fr es it"}, {131, "de fr es it"}, {132, "de fr es it"},
