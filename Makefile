@@ -11,7 +11,7 @@ CMAKE_FLAGS ?=
 DEB_PACKAGES := build-essential cmake pkg-config libgtest-dev libgmock-dev \
     qt6-base-dev qt6-base-dev-tools libgl-dev \
     qemu-utils libvmdk-utils libvirt-clients xvfb xauth fonts-dejavu-core clang bash-completion \
-    qt6-translations-l10n
+    qt6-translations-l10n patch
 
 # The Windows build (`make test-windows`): Debian's MinGW-w64 with the posix thread model,
 # Wine to run what it builds, GoogleTest's sources to build the tests with the same compiler,
