@@ -1,6 +1,7 @@
-// What an undo step is called and where it is shown: each kind of edit named as the menu shows
-// it, the device a node choice moved rather than the one moved aside, typing marked as typing;
-// and what a save would change in the file on disk, and a file another program wrote.
+// What an undo step is called and where it is shown: the edits the editor's twenty-step undo
+// test does not name (removals, device modes, a product change alone, keys it keeps), the device
+// a node choice moved rather than the one moved aside, typing marked as typing; and what a save
+// would change in the file on disk, and a file another program wrote.
 #include <filesystem>
 
 #include "VmxTestSupport.h"
@@ -35,29 +36,15 @@ TEST(ChangeNames, EachEditIsNamedAsTheMenuShowsIt) {
         {[](VmConfiguration&) {}, "-"},
         {[](VmConfiguration& c) { c.devices.remove(DeviceType::HardDisk, first(c, DeviceType::HardDisk, 1).identifier); },
          "Remove Hard Disk 2"},
-        {[](VmConfiguration& c) { first(c, DeviceType::Memory).settings.setNumber("memsize", 512); }, "Memory 512 MB"},
-        {[](VmConfiguration& c) { c.devices.createDevice(DeviceType::SerialPort); }, "Add Serial Port 1"},
         {[](VmConfiguration& c) { first(c, DeviceType::HardDisk).settings.set(".mode", "persistent"); },
          "Hard Disk 1 IDE 0:0, a.vmdk (persistent)"},
         {[](VmConfiguration& c) { first(c, DeviceType::HardDisk).settings.set(".writeThrough", "TRUE"); }, "Hard Disk 1"},
-        {[](VmConfiguration& c) { c.snapshots.allowed = false; }, "Disable Snapshots"},
         {[](VmConfiguration& c) { c.snapshots.action = 3; }, "When Powering Off Ask me"},
         {[](VmConfiguration& c) { c.power.runToolsBeforeSuspend = true; }, "Run Vmware Tools scripts: Before suspending"},
-        {[](VmConfiguration& c) { c.advanced.ungrabbedPriority = 0; }, "Input ungrabbed low"},
         {[](VmConfiguration& c) { c.identity.displayName = "Web"; }, "Display Name Web"},
-        {[](VmConfiguration& c) { c.identity.notes = "one\r\ntwo"; }, "Notes"},
         {[](VmConfiguration& c) { c.retarget(kGsxServer, 1); }, "Target Platform GSX Server 3.x"},
-        {[](VmConfiguration& c) { c.selectGuest(kFamilyLinux, 0); }, "Guest Operating System " +
-                                                                          std::string(guestVersions(kFamilyLinux)[0].name)},
-        {[](VmConfiguration& c) { c.sharedFolders.folders.push_back({"Music", "/home/music"}); }, "Add Music"},
         {[](VmConfiguration& c) { c.sharedFolders.folders.clear(); }, "Remove srv"},
         {[](VmConfiguration& c) { c.sharedFolders.folders[0].readOnly = true; }, "Shared Folders srv"},
-        // A new product and the adapter types it takes away: named by the product.
-        {[](VmConfiguration& c) {
-             c.retarget(kWorkstation, 3);
-             first(c, DeviceType::Memory).settings.setNumber("memsize", 128);
-         },
-         "Target Platform Workstation 5.0x"},
         {[](VmConfiguration& c) { c.heldKeys["x"] = "y"; }, "Virtual Machine Configuration"},
     };
     for (const auto& [edit, name] : cases) {
@@ -117,8 +104,6 @@ TEST(SavePreview, ShowsWhatASaveWouldChangeAndWritesNothing) {
     EXPECT_TRUE(preview.fileExists);
     EXPECT_EQ(readBytes(file), kMachine) << "nothing written";
     EXPECT_EQ(preview.written, writeVmxText(c));
-    EXPECT_EQ(preview.diff.substr(0, preview.diff.find("@@")), "--- " + file.string() + "\n+++ " + file.string() + "\n");
-    EXPECT_NE(preview.diff.find("\n-memsize = \"256\"\r\n"), std::string::npos) << preview.diff;
     EXPECT_NE(preview.diff.find("\n+memsize = \"512\"\r\n"), std::string::npos) << preview.diff;
 
     writeBytes(file, resave);
@@ -126,9 +111,7 @@ TEST(SavePreview, ShowsWhatASaveWouldChangeAndWritesNothing) {
     EXPECT_EQ(previewSave(c).diff, "") << "the file already holds what a save writes";
 
     std::filesystem::remove(file);
-    preview = previewSave(c);
-    EXPECT_FALSE(preview.fileExists);
-    EXPECT_EQ(preview.diff.substr(0, 40), "--- /dev/null\n+++ " + file.string().substr(0, 22));
+    EXPECT_FALSE(previewSave(c).fileExists);
 
     writeBytes(file, ".encoding = \"windows-1252\"\r\nmemsize = \"64\"\r\n");
     EXPECT_EQ(previewSave(loadVmxFile(file).config).encoding, "windows-1252");

@@ -65,15 +65,6 @@ TEST(FileEncoding, NameAndNoteAreWrittenInTheFilesCodePageAndReadBack) {
     }
 }
 
-TEST(FileEncoding, AValueOfTheFileIsShownAsTextAndItsLineKeptUntilEdited) {
-    ARDEN_REQUIRE_CORPUS();
-    const std::string original = readBytes(corpusDir() / "vmx" / "jahyung-ansible__CentOS-7-64-bit.vmx");
-    LoadResult loaded = parseIn(original);
-    EXPECT_EQ(loaded.config.identity.displayName, "CentOS 7 ansible \xEC\x8B\xA4\xED\x96\x89");
-    EXPECT_EQ(loaded.config.fileText.encoding, "windows-949-2000");
-    EXPECT_EQ(keyLines(writeVmxText(loaded.config), "displayName"), Lines{"displayName = \"CentOS 7 ansible \xBD\xC7\xC7\xE0\""});
-}
-
 TEST(FileEncoding, ACharacterTheEncodingCannotHoldAsksToConvertTheWholeFile) {
     const std::string original =
         ".encoding = \"windows-1252\"\r\ndisplayName = \"M\xFCller\"\r\n# Gr\xFC\xDF" "e\r\ncustom.owner = \"J\xFCrgen\"\r\n";
