@@ -6,6 +6,7 @@
 #include <array>
 
 #include "core/config/VmxLoaderState.h"
+#include "core/config/VmxWriter.h"
 #include "core/hardware/DeviceKeys.h"
 #include "core/hardware/DeviceTexts.h"
 #include "core/hardware/NodeAssignment.h"
@@ -14,9 +15,10 @@
 namespace arden::load {
 namespace {
 
-// Reads "<digits>" (whole text) as a device number.
+// Reads "<digits>" (whole text) as a device number. A number with a leading zero ("scsi00")
+// names no device: such a key is kept as written rather than read as another key's device.
 bool parseNumber(std::string_view s, int& n) {
-    if (s.empty() || s.size() > 6) return false;
+    if (s.empty() || s.size() > 6 || (s.size() > 1 && s[0] == '0')) return false;
     n = 0;
     for (char c : s) {
         if (c < '0' || c > '9') return false;
@@ -255,7 +257,10 @@ void Loader::attachOwnedLines() {
             if (auto it = shares_.find(owner.number); it != shares_.end())
                 target = &c_.sharedFolders.folders[static_cast<std::size_t>(std::distance(shares_.begin(), it))].keptLines;
         } else if (auto it = built_.find(owner); it != built_.end()) {
-            target = &it->second->keptLines;
+            // A device that writes none of its own keys is not read back as a device from the
+            // saved file: its lines stay among the kept lines, in file order, as they will be
+            // when the saved file is opened again.
+            if (writesOwnKeys(*it->second, c_.identity.vmxFolder, c_.heldKeys)) target = &it->second->keptLines;
         }
         // Lines of a device the file never describes stay where they were, among the kept lines.
         for (OwnedLine& o : lines) {

@@ -52,8 +52,8 @@ void writeKeptLines(VmxLines& out, const std::string& prefix, const std::vector<
     for (const KeptKeyLine& k : lines) out.keptLine(prefix + k.suffix, k.rest);
 }
 
-void writeDevice(VmxLines& out, const Device& d, const std::string& vmxFolder) {
-    const std::string prefix = keyPrefix(d);
+// The keys of the device's own settings; false when it has none to write.
+bool writeOwnKeys(VmxLines& out, const Device& d, const std::string& prefix, const std::string& vmxFolder) {
     const bool node = isNodeDevice(d.type);
     // A drive that detects the host's drive says so: decided on the name as written, and for a
     // DVD/CD-ROM drive only. Any other ".autodetect" line of the file stays as it was read.
@@ -72,7 +72,12 @@ void writeDevice(VmxLines& out, const Device& d, const std::string& vmxFolder) {
         if (key.suffix == ".fileName") out.setting(name, relativeToVmxFolder(*value, vmxFolder));
         else out.setting(name, *value);
     }
-    if (out.mark() != start) {
+    return out.mark() != start;
+}
+
+void writeDevice(VmxLines& out, const Device& d, const std::string& vmxFolder) {
+    const std::string prefix = keyPrefix(d);
+    if (writeOwnKeys(out, d, prefix, vmxFolder)) {
         writeKeptLines(out, prefix, d.keptLines);
         return;
     }
@@ -327,6 +332,12 @@ std::string writeVmxText(const VmConfiguration& c, std::optional<EncodingGap>* g
     writeAll(out, c);
     if (gap) *gap = out.gap();
     return out.join();
+}
+
+bool writesOwnKeys(const Device& device, const std::string& vmxFolder,
+                   const std::map<std::string, std::string>& held) {
+    VmxLines out(&held, false);
+    return writeOwnKeys(out, device, keyPrefix(device), vmxFolder);
 }
 
 std::unordered_map<std::string, std::string> editorValues(const VmConfiguration& c) {

@@ -2,6 +2,7 @@
 // Turns a configuration into the text of a .vmx file: the header banner, the sections in
 // their fixed order with the keys of each, the lines kept from the opened file, the end
 // banner. Lines end with CR LF; every value is quoted; no key is written twice.
+#include <map>
 #include <optional>
 #include <string>
 #include <unordered_map>
@@ -18,6 +19,11 @@ std::string writeVmxText(const VmConfiguration& config, std::optional<EncodingGa
 // The value the editor gives every key it writes (held keys included), by lower-case key: what
 // the loader records as VmConfiguration::heldKeys right after opening.
 std::unordered_map<std::string, std::string> editorValues(const VmConfiguration& config);
+
+// Whether the writer writes any key of the device's own settings (`held`: the keys held back,
+// as VmConfiguration::heldKeys). The lines kept under a device that writes none go to the end
+// of the file with the other kept lines.
+bool writesOwnKeys(const Device& device, const std::string& vmxFolder, const std::map<std::string, std::string>& held);
 
 // A file name as written for a disk, image or other file: only the name when its folder is
 // the configuration's folder (compared as the file system compares names: with regard to case
