@@ -163,6 +163,7 @@ void Loader::dispatch(const Line& line, const std::string& key, std::string_view
     switch (outcome) {
         case Outcome::Taken:
             held_.erase(key);
+            heldShareKeys_.erase(key);
             consumed_.insert_or_assign(key, std::make_pair(line, owner));
             if (owner) disown(*owner, std::string_view(key).substr(start));
             break;
@@ -171,8 +172,12 @@ void Loader::dispatch(const Line& line, const std::string& key, std::string_view
             if (outcome == Outcome::Unusable) unusable(line, key, value, allowed);
             consumed_.erase(key);
             // A shared folder always writes its name and folder: an unreadable one is held back
-            // by its key (its line kept) while the editor shows it as read.
-            if (owner && !(outcome == Outcome::Undecodable && owner->kind == Owner::Share)) {
+            // (its line goes with the folder, under the number the folder is written with) while
+            // the editor shows it as read.
+            if (owner && outcome == Outcome::Undecodable && owner->kind == Owner::Share) {
+                heldShareKeys_.insert(key);
+                ownLine(*owner, line, start);
+            } else if (owner) {
                 unsetDeviceValue(*owner, std::string_view(key).substr(start));
                 ownLine(*owner, line, start);
             } else {
@@ -244,6 +249,14 @@ void Loader::keepLinesTheWriterDrops() {
     }
     for (const std::string& key : held_) {
         if (auto it = written.find(key); it != written.end()) c_.heldKeys[key] = it->second;
+    }
+    // Shared folders are written numbered from 0 in the order of their numbers in the file.
+    for (const std::string& key : heldShareKeys_) {
+        std::size_t dot = key.find('.');
+        int number = std::stoi(key.substr(12, dot - 12));
+        auto index = std::distance(shares_.begin(), shares_.find(number));
+        std::string writtenKey = "sharedfolder" + std::to_string(index) + key.substr(dot);
+        if (auto it = written.find(writtenKey); it != written.end()) c_.heldKeys[writtenKey] = it->second;
     }
 }
 

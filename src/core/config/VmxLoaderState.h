@@ -148,6 +148,7 @@ private:
     std::size_t clusterKeyLine_ = 0;                          // line of "disk.locking" = "FALSE"
 
     std::set<std::string> held_;                               // managed keys whose line is kept
+    std::set<std::string> heldShareKeys_;  // shared-folder keys ("sharedfolder4.hostpath") whose line is kept
     std::set<std::string> seenManaged_;                        // of kManagedKeys, those the file holds
     std::unordered_map<std::string, std::pair<Line, std::optional<Owner>>> consumed_;  // last line of each read key
 
