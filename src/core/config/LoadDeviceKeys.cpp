@@ -254,8 +254,14 @@ void Loader::attachOwnedLines() {
     for (auto& [owner, lines] : owned_) {
         std::vector<KeptKeyLine>* target = nullptr;
         if (owner.kind == Owner::Share) {
+            // Folders are written numbered from 0 in the order of their numbers: a line of a
+            // number no folder has goes with the folder written under that number, as the
+            // product reads the saved file.
+            auto& folders = c_.sharedFolders.folders;
+            std::size_t index = static_cast<std::size_t>(owner.number);
             if (auto it = shares_.find(owner.number); it != shares_.end())
-                target = &c_.sharedFolders.folders[static_cast<std::size_t>(std::distance(shares_.begin(), it))].keptLines;
+                index = static_cast<std::size_t>(std::distance(shares_.begin(), it));
+            if (index < folders.size()) target = &folders[index].keptLines;
         } else if (auto it = built_.find(owner); it != built_.end()) {
             // A device that writes none of its own keys is not read back as a device from the
             // saved file: its lines stay among the kept lines, in file order, as they will be
