@@ -46,6 +46,13 @@ std::string connection(const DeviceSettings& s, std::string_view deviceWord) {
         std::string end = s.text(".pipe.endPoint");
         return "Named pipe " + name + (end.empty() ? std::string{} : " (" + end + ")");
     }
+    // The hosted products' virtual printer, and a port reached over the network (its URI and
+    // whether this end listens or connects).
+    if (equalsIgnoreCase(type, "thinprint")) return "Virtual printer";
+    if (equalsIgnoreCase(type, "network")) {
+        std::string end = toLowerAscii(s.text(".network.endPoint"));
+        return "Network " + name + (end == "server" ? " (listens)" : end == "client" ? " (connects)" : "");
+    }
     if (name.empty()) return std::string(deviceWord);
     return std::string(deviceWord) + " " + name;
 }
