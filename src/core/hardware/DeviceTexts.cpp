@@ -67,6 +67,8 @@ std::string networkSummary(const Device& d) {
     else if (conn.empty() || conn == "bridged") text = "Bridged";
     else text = conn;
     std::string dev = s.text(".virtualDev");
+    // "features" 15 beside vmxnet is the enhanced vmxnet adapter.
+    if (equalsIgnoreCase(dev, "vmxnet") && s.text(".features") == "15") dev += " (enhanced)";
     if (!dev.empty()) text += ", " + dev;
     if (equalsIgnoreCase(s.text(".addressType"), "static")) {
         text += ", static " + s.text(".address");
