@@ -4,6 +4,7 @@
 // they were.
 #include <QCheckBox>
 #include <QLabel>
+#include <QRadioButton>
 
 #include "GuiTestSupport.h"
 
@@ -56,6 +57,10 @@ TEST(LaterDevicePages, AWorkstationSeventeenMachineOffersAndWritesThem) {
     auto* usb3 = child<QCheckBox>(b.get(), "chkUsb3");
     EXPECT_TRUE(usb3->isChecked() && child<QCheckBox>(b.get(), "chkUsb2")->isChecked());
     usb3->click();
+
+    chooseDevice(b.get(), DeviceType::SerialPort);
+    EXPECT_EQ(child<QLabel>(b.get(), "lblSerOtherKind")->text(), "Virtual printer");
+    EXPECT_FALSE(child<QRadioButton>(b.get(), "optSerFile")->isChecked());
 
     chooseDevice(b.get(), DeviceType::Display);
     EXPECT_EQ(child<QLineEdit>(b.get(), "txtGraphicsMemory")->text(), "8192");

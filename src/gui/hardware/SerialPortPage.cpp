@@ -3,10 +3,13 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+
+#include "core/hardware/DeviceTexts.h"
 
 namespace arden::gui {
 
@@ -46,6 +49,15 @@ SerialPortPage::SerialPortPage(VmConfiguration& config, DevicePageContext& conte
     addCaptionedRow(ends, captions_, "lblSerPipeEnd2", 318, cboSerPipeEnd2);
     auto* endsRow = indentedRow(layout, {});
     endsRow->addLayout(ends, 1);
+    // A port the options cannot show (the hosted virtual printer, a port reached over the
+    // network) says what it is; it stays as the file has it until another option is chosen.
+    auto* lblSerOtherKind = named<QLabel>("lblSerOtherKind", fraConnection);
+    layout->addWidget(lblSerOtherKind);
+    onFill([lblSerOtherKind](const Device& d) {
+        const bool other = !connectionOf(DeviceType::SerialPort, d.settings.text(".fileType")) && d.settings.has(".fileType");
+        lblSerOtherKind->setVisible(other);
+        lblSerOtherKind->setText(other ? qs(deviceSummary(d)) : QString());
+    });
 
     auto* fraSerYield = frame("fraSerYield", 355);  // "Mode"
     auto* yield = new QVBoxLayout(fraSerYield);
