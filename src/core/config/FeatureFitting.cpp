@@ -49,12 +49,6 @@ const std::vector<FittedFeature>& fittedFeatures() {
         switchFeature(MachineSwitch::NestedVirtualization, "off"),
         switchFeature(MachineSwitch::Usb2, "none"),
         switchFeature(MachineSwitch::Usb3, "none"),
-        {DeviceFeature::Display3d, "off",
-         [](const VmConfiguration& c) {
-             const Device* d = soleDevice(c, DeviceType::Display);
-             return d && d->settings.flag("mks.enable3d", false);
-         },
-         [](VmConfiguration& c) { soleDevice(c, DeviceType::Display)->settings.setFlag("mks.enable3d", false); }},
         {DeviceFeature::DisplayMonitors, "one monitor",
          [](const VmConfiguration& c) {
              const Device* d = soleDevice(c, DeviceType::Display);

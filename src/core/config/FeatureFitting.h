@@ -1,8 +1,9 @@
 #pragma once
 // The later features a machine uses against a newly chosen product: HD audio, EFI firmware,
-// secure boot, nested virtualisation, USB 2.0 and USB 3 controllers, 3D acceleration and several
-// monitors. What the product lacks is listed in the change-of-product question and taken away
-// (or set back to the older choice) by the fitting. Adapter types are NetworkAdapterTypes.h.
+// secure boot, nested virtualisation, USB 2.0 and USB 3 controllers and several monitors (3D
+// acceleration stays: the original products' display page has it too). What the product lacks
+// is listed in the change-of-product question and taken away (or set back to the older choice)
+// by the fitting. Adapter types are NetworkAdapterTypes.h.
 #include <string>
 #include <vector>
 
@@ -15,7 +16,7 @@ namespace arden {
 void featureExcesses(std::vector<LimitExcess>& out, const VmConfiguration& config, const std::string& product);
 
 // Fits `config` to its product: HD audio becomes ES1371, the switches the product lacks are
-// turned off (a controller's lines go), 3D acceleration off and one monitor.
+// turned off (a controller's lines go), and one monitor.
 void fitFeaturesToProduct(VmConfiguration& config);
 
 }  // namespace arden

@@ -134,6 +134,15 @@ TEST(ProductDeviceTypes, ModernFilesShowTheirDevicesAndKeepEveryLine) {
                              "ehci:0.deviceType = \"video\"", "usb_xhci:4.deviceType = \"hid\""})
         EXPECT_TRUE(test::hasLine(fusionText, line)) << line;
 
+    // An ESXi 8 machine: vmxnet3 and EFI.
+    LoadResult esx8 = corpusFile("libvirt__esx-in-the-wild-12.vmx");
+    ASSERT_TRUE(esx8.ok);
+    EXPECT_EQ(adapterNicType(esx8.config.devices.devices(DeviceType::Network).front().settings), *nicTypeFromCliName("vmxnet3"));
+    EXPECT_TRUE(switchOn(esx8.config, MachineSwitch::Efi));
+    const std::string esx8Text = writeVmxText(esx8.config);
+    EXPECT_TRUE(test::hasLine(esx8Text, "ethernet0.virtualDev = \"vmxnet3\"") && test::hasLine(esx8Text, "firmware = \"efi\""));
+    EXPECT_EQ(test::resaved(esx8Text, 2), esx8Text);
+
     // An ESXi 7 machine whose serial port is reached over the network.
     LoadResult esx = corpusFile("libvirt__esx-in-the-wild-13.vmx");
     ASSERT_TRUE(esx.ok);
