@@ -61,6 +61,7 @@ TEST(LaterDevicePages, AWorkstationSeventeenMachineOffersAndWritesThem) {
     chooseDevice(b.get(), DeviceType::SerialPort);
     EXPECT_EQ(child<QLabel>(b.get(), "lblSerOtherKind")->text(), "Virtual printer");
     EXPECT_FALSE(child<QRadioButton>(b.get(), "optSerFile")->isChecked());
+    EXPECT_TRUE(child<QLineEdit>(b.get(), "txtSerNetUri")->isHidden());
 
     chooseDevice(b.get(), DeviceType::Display);
     EXPECT_EQ(child<QLineEdit>(b.get(), "txtGraphicsMemory")->text(), "8192");
@@ -87,6 +88,30 @@ TEST(LaterDevicePages, AWorkstationSeventeenMachineOffersAndWritesThem) {
     chooseDevice(again.get(), DeviceType::Network);
     EXPECT_EQ(child<QComboBox>(again.get(), "cboNicType")->currentText(), "VMXNET 3");
     EXPECT_FALSE(again->ChangesPending());
+}
+
+TEST(LaterDevicePages, ANetworkSerialPortKeepsItsTypeAndEditsItsUriAndEnd) {
+    ARDEN_REQUIRE_CORPUS();
+    ScratchDir dir;
+    PromptScript script;
+    const auto file = dir / "esx.vmx";
+    arden::test::writeBytes(file, readBytes(arden::test::corpusDir() / "vmx" / "libvirt__esx-in-the-wild-13.vmx"));
+    auto b = openFile(file);
+    chooseDevice(b.get(), DeviceType::SerialPort);
+    auto* uri = child<QLineEdit>(b.get(), "txtSerNetUri");
+    auto* end = child<QComboBox>(b.get(), "cboSerNetEnd");
+    EXPECT_FALSE(uri->isHidden() || end->isHidden());
+    EXPECT_EQ(end->currentText(), "Server") << "a port without a direction listens";
+    typeInto(uri, "telnet://:5000");
+    ASSERT_TRUE(pick(end, "Client"));
+    EXPECT_EQ(child<QLabel>(b.get(), "lblSerOtherKind")->text(), "Network telnet://:5000 (connects)");
+    ASSERT_TRUE(b->CreateVmxFile());
+    EXPECT_EQ(said(script), QStringList{});
+    const std::string text = readBytes(file);
+    for (const char* line : {"serial0.fileType = \"network\"", "serial0.fileName = \"telnet://:5000\"",
+                             "serial0.network.endPoint = \"client\"", "serial0.yieldOnMsrRead = \"TRUE\""})
+        EXPECT_TRUE(holds(text, line)) << line;
+    EXPECT_NE(text.find("serial0.vspc = \"telnets://10.28.100.26:18979"), std::string::npos) << "kept as the file had it";
 }
 
 TEST(LaterDevicePages, AWorkstationFiveFiveMachineShowsNoneOfThem) {
