@@ -14,6 +14,12 @@ namespace {
 using arden::test::readBytes;
 using arden::test::ScratchDir;
 
+// A copy of corpus file `name` as `file`, opened in an editor.
+std::unique_ptr<Builder> openCopy(const char* name, const std::filesystem::path& file) {
+    arden::test::writeBytes(file, readBytes(arden::test::corpusDir() / "vmx" / name));
+    return openFile(file);
+}
+
 bool holds(const std::string& text, const std::string& line) {
     return text.find("\r\n" + line + "\r\n") != std::string::npos || text.find("\n" + line + "\r\n") != std::string::npos;
 }
@@ -23,8 +29,7 @@ TEST(LaterDevicePages, AWorkstationSeventeenMachineOffersAndWritesThem) {
     ScratchDir dir;
     PromptScript script;
     const auto file = dir / "Windows 10 x64.vmx";
-    arden::test::writeBytes(file, readBytes(arden::test::corpusDir() / "vmx" / "lanrenlan-configbackup__Windows-10-x64.vmx"));
-    auto b = openFile(file);
+    auto b = openCopy("lanrenlan-configbackup__Windows-10-x64.vmx", file);
     ASSERT_TRUE(pick(child<QComboBox>(b.get(), "cboPlatformVersion"), "17.5x"));
     EXPECT_EQ(said(script), QStringList{}) << "a newer product holds the machine as it is";
 
@@ -95,8 +100,7 @@ TEST(LaterDevicePages, ANetworkSerialPortKeepsItsTypeAndEditsItsUriAndEnd) {
     ScratchDir dir;
     PromptScript script;
     const auto file = dir / "esx.vmx";
-    arden::test::writeBytes(file, readBytes(arden::test::corpusDir() / "vmx" / "libvirt__esx-in-the-wild-13.vmx"));
-    auto b = openFile(file);
+    auto b = openCopy("libvirt__esx-in-the-wild-13.vmx", file);
     chooseDevice(b.get(), DeviceType::SerialPort);
     auto* uri = child<QLineEdit>(b.get(), "txtSerNetUri");
     auto* end = child<QComboBox>(b.get(), "cboSerNetEnd");
