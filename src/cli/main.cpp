@@ -94,10 +94,11 @@ const Command kCommands[] = {
      "      virtualisation, the USB 2.0 and USB 3 controllers, and the cores per socket (dividing\n"
      "      the processors, within the product's maximum); FILE is copied to FILE.bak first."},
     {"nic", arden::cli::runNic,
-     "nic FILE N [--type TYPE] [--connection bridged|hostonly|nat|VMnetK]\n"
+     "nic FILE N [--type vlance|vmxnet|vmxnet-enhanced|e1000|e1000e|vmxnet3]\n"
+     "           [--connection bridged|hostonly|nat|VMnetK]\n"
      "           [--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no] [--yes] [--dry-run]\n"
-     "      Edit network adapter N (ethernetN, from 0): a type the product offers (vlance, vmxnet,\n"
-     "      e1000; from hardware version 7 vmxnet3, from 8 e1000e; ESXi also vmxnet-enhanced), the connection\n"
+     "      Edit network adapter N (ethernetN, from 0): a type the product offers (vmxnet3 from\n"
+     "      hardware version 7, e1000e from 8, vmxnet-enhanced on ESXi), the connection\n"
      "      (VMnet0 to VMnet9 for a custom network), a generated address or a static one in\n"
      "      00:50:56:00:00:00-00:50:56:3F:FF:FF, the offset of a generated address (a 32-bit\n"
      "      number). FILE is copied to FILE.bak first."},

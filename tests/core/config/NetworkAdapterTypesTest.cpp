@@ -142,13 +142,6 @@ TEST(ProductDeviceTypes, ModernFilesShowTheirDevicesAndKeepEveryLine) {
     const std::string esx8Text = writeVmxText(esx8.config);
     EXPECT_TRUE(test::hasLine(esx8Text, "ethernet0.virtualDev = \"vmxnet3\"") && test::hasLine(esx8Text, "firmware = \"efi\""));
     EXPECT_EQ(test::resaved(esx8Text, 2), esx8Text);
-
-    // An ESXi 7 machine whose serial port is reached over the network.
-    LoadResult esx = corpusFile("libvirt__esx-in-the-wild-13.vmx");
-    ASSERT_TRUE(esx.ok);
-    const std::string summary = deviceSummary(esx.config.devices.devices(DeviceType::SerialPort).front());
-    EXPECT_EQ(summary.substr(0, 8), "Network ");
-    EXPECT_TRUE(test::hasLine(writeVmxText(esx.config), "serial0.fileType = \"network\""));
 }
 
 TEST(MachineSwitches, FirmwareSecureBootNestedAndCoresAsTheUserSetsThem) {
