@@ -39,6 +39,10 @@ int runSound(Args args);
 int runNic(Args args);
 int runShare(Args args);
 
+// Firmware, secure boot, nested virtualisation, USB controllers, cores per socket: machine
+// (MachineCommands.cpp)
+int runMachine(Args args);
+
 // Favourites (FavoriteCommands.cpp)
 int runFavorites(Args args);
 

@@ -1,11 +1,13 @@
 // arden-forge-cli device add | remove | node, memory: hardware edits through the editor's rules
 // (add limits, node placement and moving, memory checks) and its save flow with a backup.
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
 #include <random>
 
 #include "cli/CliCommands.h"
 #include "cli/ConfigFile.h"
+#include "core/config/DeviceFeatures.h"
 #include "core/config/HardwareFigures.h"
 #include "core/hardware/DeviceDefaults.h"
 #include "core/hardware/DeviceFiles.h"
@@ -256,6 +258,10 @@ int runSound(Args args) {
     DeviceStore& store = config->devices;
     if (store.count(DeviceType::Sound) == 0)
         return refuse("No Sound Adapter", args[0] + " has no sound adapter; add one with: device add FILE \"Sound Adapter\"");
+    const auto offered = offeredSoundAdapters(config->figures());
+    if (std::find(offered.begin(), offered.end(), *position) == offered.end())
+        return refuse("Invalid Adapter Type", productText(config->product.platform, config->product.version) +
+                                                  " does not offer the sound adapter type \"" + args[1] + "\"");
     Device& sound = *store.find(DeviceType::Sound, store.devices(DeviceType::Sound)[0].identifier);
     if (setSoundAdapter(sound.settings, *position)) {
         if (int rc = saveEditedConfiguration(args[0], *config, yes, dryRun); rc != Success || dryRun) return rc;

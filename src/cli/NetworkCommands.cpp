@@ -81,9 +81,14 @@ int editAdapter(VmConfiguration& config, Device& nic, Args& args) {
         s.setFlag(".present", on);
     }
     if (type) {
-        if (!nicTypePosition(*type)) return usageError("--type takes vlance, vmxnet or e1000, not \"" + *type + "\"");
-        if (auto refusal = checkNicType(config.product.platform, config.product.version, *type)) return refuse(*refusal);
-        s.set(".virtualDev", toLowerAscii(*type));
+        const auto position = nicTypeFromCliName(*type);
+        if (!position) {
+            std::string words;
+            for (const NicType& t : nicTypes()) words += (words.empty() ? "" : ", ") + std::string(t.cliName);
+            return usageError("--type takes " + words + ", not \"" + *type + "\"");
+        }
+        if (auto refusal = checkNicType(config.product.platform, config.product.version, *position)) return refuse(*refusal);
+        setAdapterNicType(s, *position);
     }
     if (connection) {
         if (int rc = applyConnection(s, *connection); rc != Success) return rc;

@@ -82,14 +82,23 @@ const Command kCommands[] = {
      "      Set the memory within the range of the machine's product and version, rounded down\n"
      "      to a multiple of 4 MB; FILE is copied to FILE.bak first."},
     {"sound", arden::cli::runSound,
-     "sound FILE es1371|sb16|sb16-synth [--yes] [--dry-run]\n"
-     "      Set the sound adapter's type: ES1371, SB16, or SB16 with the OPL3/Yamaha synthesiser\n"
-     "      (sound.virtualDev, and sound.synth.operational for the synthesiser); FILE is copied\n"
-     "      to FILE.bak first."},
+     "sound FILE es1371|sb16|sb16-synth|hdaudio [--yes] [--dry-run]\n"
+     "      Set the sound adapter's type: ES1371, SB16, SB16 with the OPL3/Yamaha synthesiser\n"
+     "      (sound.virtualDev, and sound.synth.operational for the synthesiser), or HD Audio where\n"
+     "      the product has it; FILE is copied to FILE.bak first."},
+    {"machine", arden::cli::runMachine,
+     "machine FILE [--firmware bios|efi] [--secure-boot yes|no] [--nested yes|no] [--usb2 yes|no]\n"
+     "             [--usb3 yes|no] [--cores-per-socket N] [--yes] [--dry-run]\n"
+     "      Without options, list the settings the product offers, one a line: name and value,\n"
+     "      tab-separated. With them, set the firmware, secure boot (EFI only), nested\n"
+     "      virtualisation, the USB 2.0 and USB 3 controllers, and the cores per socket (dividing\n"
+     "      the processors, within the product's maximum); FILE is copied to FILE.bak first."},
     {"nic", arden::cli::runNic,
-     "nic FILE N [--type vlance|vmxnet|e1000] [--connection bridged|hostonly|nat|VMnetK]\n"
+     "nic FILE N [--type vlance|vmxnet|vmxnet-enhanced|e1000|e1000e|vmxnet3]\n"
+     "           [--connection bridged|hostonly|nat|VMnetK]\n"
      "           [--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no] [--yes] [--dry-run]\n"
-     "      Edit network adapter N (ethernetN, from 0): a type the product offers, the connection\n"
+     "      Edit network adapter N (ethernetN, from 0): a type the product offers (vmxnet3 from\n"
+     "      hardware version 7, e1000e from 8, vmxnet-enhanced on ESXi), the connection\n"
      "      (VMnet0 to VMnet9 for a custom network), a generated address or a static one in\n"
      "      00:50:56:00:00:00-00:50:56:3F:FF:FF, the offset of a generated address (a 32-bit\n"
      "      number). FILE is copied to FILE.bak first."},

@@ -40,9 +40,13 @@ TEST(CliSound, EachTypeIsWrittenAndReadBack) {
     EXPECT_EQ(value(readBytes(file), "sound.virtualDev"), "es1371");
 
     const std::string before = readBytes(file);
-    auto bad = runCli({"sound", file, "hdaudio"});
+    auto bad = runCli({"sound", file, "ac97"});
     EXPECT_EQ(bad.exitCode, 2);
-    EXPECT_TRUE(has(bad.err, "unknown sound adapter type \"hdaudio\"; use es1371, sb16, sb16-synth")) << bad.err;
+    EXPECT_TRUE(has(bad.err, "unknown sound adapter type \"ac97\"; use es1371, sb16, sb16-synth, hdaudio")) << bad.err;
+    // HD audio came with later products: Workstation 5.5x refuses it.
+    auto old = runCli({"sound", file, "hdaudio"});
+    EXPECT_EQ(old.exitCode, 1);
+    EXPECT_EQ(old.err, "Invalid Adapter Type: Workstation 5.5x does not offer the sound adapter type \"hdaudio\"\n");
     EXPECT_EQ(readBytes(file), before);
 }
 

@@ -101,3 +101,28 @@ TEST(LibvirtReadsTheHardware, EveryDeviceTypeAdapterConnectionAndAddress) {
     EXPECT_NE(virsh.output.find("No yet handled value 'hostonly' for VMX entry 'ethernet1.connectionType'"), std::string::npos)
         << virsh.output;
 }
+
+// The later adapter types, EFI firmware and the processors' topology, set through the commands
+// on a Workstation 17.5x machine, as libvirt reads them.
+TEST(LibvirtReadsTheHardware, LaterAdapterTypesFirmwareAndTopology) {
+    ARDEN_REQUIRE_VIRSH();
+    ScratchDir dir;
+    const std::string folder = (dir / "vms").string(), vmx = folder + "/Later.vmx";
+    run({"new", folder, "Later", "--platform", "Workstation", "--version", "17.5x"});
+    run({"device", "add", vmx, "CPU"});
+    run({"device", "add", vmx, "Network Adapter"});
+    run({"nic", vmx, "0", "--type", "vmxnet3", "--connection", "nat"});
+    run({"nic", vmx, "1", "--type", "e1000e", "--connection", "nat"});
+    run({"machine", vmx, "--firmware", "efi", "--cores-per-socket", "2"});
+
+    ToolRun virsh = arden::test::libvirtDomainXml(dir.path(), vmx);
+    ASSERT_EQ(virsh.exitCode, 0) << virsh.output;
+    const std::string& xml = virsh.output;
+    EXPECT_TRUE(holdsAll(xml, {"<os firmware='efi'>", "<topology sockets='1' dies='1' cores='2' threads='1'/>",
+                               "<vcpu placement='static'>2</vcpu>"}))
+        << xml;
+    const auto nics = elements(xml, "interface");
+    ASSERT_EQ(nics.size(), 2u) << xml;
+    EXPECT_NE(nics[0].find("<model type='vmxnet3'/>"), std::string::npos) << nics[0];
+    EXPECT_NE(nics[1].find("<model type='e1000e'/>"), std::string::npos) << nics[1];
+}

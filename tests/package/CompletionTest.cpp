@@ -81,7 +81,8 @@ TEST_F(Completion, OffersTheCommandsActionsAndOptionsOfTheHelp) {
 }
 
 TEST_F(Completion, OffersTheValuesTheHelpListsForAnOption) {
-    EXPECT_EQ(offers({"nic", vmx(), "0", "--type", ""}), (Words{"e1000", "vlance", "vmxnet"}));
+    EXPECT_EQ(offers({"nic", vmx(), "0", "--type", ""}),
+              (Words{"e1000", "e1000e", "vlance", "vmxnet", "vmxnet-enhanced", "vmxnet3"}));
     EXPECT_EQ(offers({"nic", vmx(), "0", "--enabled", ""}), (Words{"no", "yes"}));
     Words connections = offers({"nic", vmx(), "0", "--connection", ""});
     EXPECT_TRUE(has(connections, "bridged") && has(connections, "nat") && has(connections, "VMnet9")) << connections.size();

@@ -51,7 +51,8 @@ TEST(ManualPages, TheCliPageListsEveryCommandFormAndOptionOfTheHelp) {
     // The help is read as a user reads it: these forms are in it, continuation lines joined.
     ASSERT_TRUE(inHelp.contains("new FOLDER NAME [--platform P] [--version V]")) << joined(inHelp);
     ASSERT_TRUE(inHelp.contains("device node FILE ENTRY NODE [--yes] [--dry-run]")) << joined(inHelp);
-    ASSERT_TRUE(inHelp.contains("nic FILE N [--type vlance|vmxnet|e1000] [--connection bridged|hostonly|nat|VMnetK] "
+    ASSERT_TRUE(inHelp.contains("nic FILE N [--type vlance|vmxnet|vmxnet-enhanced|e1000|e1000e|vmxnet3] "
+                                "[--connection bridged|hostonly|nat|VMnetK] "
                                 "[--mac generated|XX:XX:XX:XX:XX:XX] [--offset K] [--enabled yes|no] [--yes] [--dry-run]"))
         << joined(inHelp);
 

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "core/hardware/SoundAdapter.h"
+
 namespace arden {
 namespace {
 
@@ -72,6 +74,15 @@ bool hasFeature(const ProductFigures& figures, DeviceFeature feature) {
 bool hasFeature(int platform, int version, DeviceFeature feature) {
     auto figures = productFigures(platform, version);
     return figures && hasFeature(*figures, feature);
+}
+
+std::vector<int> offeredSoundAdapters(const ProductFigures& figures) {
+    std::vector<int> positions;
+    const auto types = soundAdapterTypes();
+    for (std::size_t i = 0; i < types.size(); ++i) {
+        if (!types[i].hdAudio || hasFeature(figures, DeviceFeature::SoundHdAudio)) positions.push_back(static_cast<int>(i));
+    }
+    return positions;
 }
 
 std::string_view featureName(DeviceFeature feature) { return rowOf(feature).name; }

@@ -6,6 +6,7 @@
 // original targets (hardware versions 3 and 4) have none of them.
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "core/config/ProductTables.h"
 
@@ -37,6 +38,10 @@ std::optional<int> firstHardwareVersion(DeviceFeature feature, ProductLine line)
 bool hasFeature(const ProductFigures& figures, DeviceFeature feature);
 // The same for (platform, version position); false for a combination that does not exist.
 bool hasFeature(int platform, int version, DeviceFeature feature);
+
+// The sound adapter types (positions of soundAdapterTypes()) the product offers, in list order:
+// ES1371 and both Sound Blaster entries everywhere, HD Audio where the product has it.
+std::vector<int> offeredSoundAdapters(const ProductFigures& figures);
 
 // Fixed English name for messages: "SATA controllers", "the e1000e adapter type", ...
 std::string_view featureName(DeviceFeature feature);

@@ -3,46 +3,14 @@
 #include <algorithm>
 #include <numeric>
 
+#include "core/config/FeatureFitting.h"
+#include "core/config/MachineKeys.h"
 #include "core/config/NetworkAdapterTypes.h"
 #include "core/hardware/DeviceKeys.h"
 #include "core/support/TextUtil.h"
 
 namespace arden {
 namespace {
-
-constexpr std::string_view kCoresKey = "cpuid.coresPerSocket";
-
-// The key and value of a kept "key = value" line.
-std::optional<std::pair<std::string_view, std::string_view>> keyValue(std::string_view line) {
-    const std::size_t eq = line.find('=');
-    if (eq == std::string_view::npos) return std::nullopt;
-    std::string_view value = trimBlanks(line.substr(eq + 1));
-    if (value.size() >= 2 && value.front() == '"' && value.back() == '"') value = value.substr(1, value.size() - 2);
-    return std::pair{trimBlanks(line.substr(0, eq)), value};
-}
-
-// "cpuid.coresPerSocket" as the file holds it among the kept lines (the last one counts).
-std::optional<int> coresPerSocket(const KeptLines& lines) {
-    std::optional<int> cores;
-    for (std::string_view line : lines) {
-        auto kv = keyValue(line);
-        int n = 0;
-        if (kv && equalsIgnoreCase(kv->first, kCoresKey) && parseInt32(kv->second, n)) cores = n;
-    }
-    return cores;
-}
-
-void setCoresPerSocket(KeptLines& lines, int cores) {
-    KeptLines changed;
-    for (std::string_view line : lines) {
-        auto kv = keyValue(line);
-        if (kv && equalsIgnoreCase(kv->first, kCoresKey))
-            changed.push_back(std::string(kv->first) + " = \"" + std::to_string(cores) + "\"");
-        else
-            changed.push_back(line);
-    }
-    lines = std::move(changed);
-}
 
 int memoryOf(const VmConfiguration& c) {
     for (const Device& m : c.devices.devices(DeviceType::Memory)) return m.settings.number("memsize").value_or(0);
@@ -151,12 +119,15 @@ std::vector<LimitExcess> productExcesses(const VmConfiguration& c) {
         }
     }
 
+    const int firstNicType = offeredNicTypes(c.product.platform, c.product.version).front();
     for (const Device& d : c.devices.devices(DeviceType::Network)) {
-        const std::string type = d.settings.text(".virtualDev");
-        if (!type.empty() && !nicTypeOffered(c.product.platform, c.product.version, type))
-            out.push_back({c.devices.displayText(d) + ": " + product + " does not offer the adapter type \"" + type + "\"",
-                           true, "\"" + std::string(nicTypeValue(0)) + "\"", false});
+        if (!adapterTypeOffered(c.product.platform, c.product.version, d.settings))
+            out.push_back({c.devices.displayText(d) + ": " + product + " does not offer the adapter type \"" +
+                               d.settings.text(".virtualDev") + "\"",
+                           true, "\"" + std::string(nicTypes()[static_cast<std::size_t>(firstNicType)].virtualDev) + "\"",
+                           false});
     }
+    featureExcesses(out, c, product);
 
     deviceExcess(out, c, DeviceType::Network, f.maxNics, "network adapters", product);
     deviceExcess(out, c, DeviceType::ScsiController, f.maxScsiControllers, "SCSI controllers", product);
@@ -217,12 +188,13 @@ std::optional<Message> retargetAndFit(VmConfiguration& c, int platform, int vers
         c.devices.remove(DeviceType::Cpu, c.devices.devices(DeviceType::Cpu).back().identifier);
     if (auto cores = coresPerSocket(c.keptLines); cores && !c.heldKeys.contains("numvcpus")) {
         const int fitted = fittedCores(*cores, c.devices.count(DeviceType::Cpu), f);
-        if (fitted != *cores) setCoresPerSocket(c.keptLines, fitted);
+        if (fitted != *cores) setKeptValue(c.keptLines, "cpuid.coresPerSocket", std::to_string(fitted));
     }
     if (auto guest = fittedGuest(c.product.guestId, f, platform, version)) {
         if (auto now = findGuest(c.product.guestId); now && (now->family != guest->family || now->version != guest->version))
             c.selectGuest(guest->family, guest->version);
     }
+    fitFeaturesToProduct(c);
     return fitNicTypesToProduct(c.devices, platform, version);
 }
 

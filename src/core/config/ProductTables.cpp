@@ -159,9 +159,6 @@ std::vector<const ProductRow*> rowsOf(int platform) {
 // version: the hosted products first, Workstation leading, then ESXi.
 constexpr int kRecognitionOrder[] = {kWorkstation, kPlayer, kFusion, kServer, kGsxServer, kEsx};
 
-constexpr std::string_view kNicTypeNames[] = {"AMD Lance", "VMXNet", "E1000"};
-constexpr std::string_view kNicTypeValues[] = {"vlance", "vmxnet", "e1000"};
-
 constexpr std::string_view kNicConnections[] = {
     "VMnet0 (Bridged)", "VMnet1 (Host-Only)", "VMnet2", "VMnet3", "VMnet4",
     "VMnet5", "VMnet6", "VMnet7", "VMnet8 (NAT)", "VMnet9"};
@@ -257,29 +254,6 @@ bool e1000Offered(int platform, int version) {
     // The products of the 64-bit era (Workstation 5.5, Player, Server and everything later).
     const auto figures = productFigures(platform, version);
     return figures && figures->guests64;
-}
-
-std::vector<std::string_view> nicTypeEntries(int platform, int version) {
-    std::vector<std::string_view> entries{kNicTypeNames[0], kNicTypeNames[1]};
-    if (e1000Offered(platform, version)) entries.push_back(kNicTypeNames[2]);
-    return entries;
-}
-
-std::string_view nicTypeValue(int position) {
-    if (position < 0 || position >= 3) return {};
-    return kNicTypeValues[position];
-}
-
-std::string_view nicTypeName(int position) {
-    if (position < 0 || position >= 3) return {};
-    return kNicTypeNames[position];
-}
-
-std::optional<int> nicTypePosition(std::string_view value) {
-    for (int i = 0; i < 3; ++i) {
-        if (equalsIgnoreCase(kNicTypeValues[i], value)) return i;
-    }
-    return std::nullopt;
 }
 
 std::span<const std::string_view> nicConnectionEntries() { return kNicConnections; }

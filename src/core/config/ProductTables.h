@@ -100,14 +100,9 @@ std::span<const GuestEntry> guestVersions(int family);
 struct GuestPosition { int family; int version; };
 std::optional<GuestPosition> findGuest(std::string_view identifier);
 
-// Network-adapter types offered for (platform, version): "AMD Lance", "VMXNet", and "E1000"
-// for Workstation 5.5x, Player, Server and every product of hardware version 6 or later.
-// Position n writes nicTypeValue(n).
-std::vector<std::string_view> nicTypeEntries(int platform, int version);
+// Whether (platform, version) offers the E1000 adapter type: Workstation 5.5x, Player, Server
+// and every product of hardware version 6 or later (the adapter types are NetworkAdapterTypes.h).
 bool e1000Offered(int platform, int version);
-std::string_view nicTypeValue(int position);                 // "vlance", "vmxnet", "e1000"
-std::string_view nicTypeName(int position);                  // "AMD Lance", "VMXNet", "E1000"
-std::optional<int> nicTypePosition(std::string_view value);  // inverse, case-insensitive
 
 // "VMnet0 (Bridged)" ... "VMnet9": position n stands for host network "VMnet" + n.
 std::span<const std::string_view> nicConnectionEntries();

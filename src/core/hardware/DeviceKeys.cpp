@@ -13,12 +13,12 @@ using K = ValueKind;
 constexpr std::string_view kScsiAdapters[] = {"buslogic", "lsilogic"};
 constexpr std::string_view kDiskModes[] = {"persistent", "independent-persistent",
                                            "independent-nonpersistent"};
-constexpr std::string_view kNicTypes[] = {"vlance", "vmxnet", "e1000"};
+constexpr std::string_view kNicTypes[] = {"vlance", "vmxnet", "e1000", "e1000e", "vmxnet3"};
 constexpr std::string_view kConnectionTypes[] = {"bridged", "hostonly", "nat", "custom"};
 constexpr std::string_view kAddressTypes[] = {"generated", "static"};
-constexpr std::string_view kSoundDevices[] = {"es1371", "sb16"};
+constexpr std::string_view kSoundDevices[] = {"es1371", "sb16", "hdaudio"};
 constexpr std::string_view kPortFileTypes[] = {"device", "file"};
-constexpr std::string_view kSerialFileTypes[] = {"device", "file", "pipe"};
+constexpr std::string_view kSerialFileTypes[] = {"device", "file", "pipe", "network", "thinprint"};
 constexpr std::string_view kPipeEnds[] = {"client", "server"};
 
 constexpr std::span<const std::string_view> none{};
@@ -45,6 +45,7 @@ const DeviceKey kNetworkKeys[] = {
     {".present", K::Flag, none},
     {".startConnected", K::Flag, none},
     {".virtualDev", K::Choice, kNicTypes},
+    {".features", K::Text, none},  // "15" beside "vmxnet": the enhanced vmxnet
     {".connectionType", K::Choice, kConnectionTypes},
     {".vnet", K::Text, none},
     {".addressType", K::Choice, kAddressTypes},
@@ -87,6 +88,7 @@ const DeviceKey kSerialKeys[] = {
     {".fileType", K::Choice, kSerialFileTypes},
     {".fileName", K::Text, none},
     {".pipe.endPoint", K::Choice, kPipeEnds},
+    {".network.endPoint", K::Choice, kPipeEnds},  // a network port's direction
     {".tryNoRxLoss", K::Flag, none},
     {".yieldOnMsrRead", K::Flag, none},
     {".startConnected", K::Flag, none},
@@ -97,6 +99,8 @@ const DeviceKey kDisplayKeys[] = {
     {"svga.maxHeight", K::Number, none},
     {"svga.vramSize", K::Number, none},
     {"mks.enable3d", K::Flag, none},
+    {"svga.numDisplays", K::Number, none},
+    {"svga.graphicsMemoryKB", K::Number, none},
 };
 
 const DeviceKey kMouseKeys[] = {{".present", K::Flag, none}};

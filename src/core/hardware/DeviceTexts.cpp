@@ -46,6 +46,13 @@ std::string connection(const DeviceSettings& s, std::string_view deviceWord) {
         std::string end = s.text(".pipe.endPoint");
         return "Named pipe " + name + (end.empty() ? std::string{} : " (" + end + ")");
     }
+    // The hosted products' virtual printer, and a port reached over the network (its URI and
+    // whether this end listens or connects).
+    if (equalsIgnoreCase(type, "thinprint")) return "Virtual printer";
+    if (equalsIgnoreCase(type, "network")) {
+        std::string end = toLowerAscii(s.text(".network.endPoint"));
+        return "Network " + name + (end == "server" ? " (listens)" : end == "client" ? " (connects)" : "");
+    }
     if (name.empty()) return std::string(deviceWord);
     return std::string(deviceWord) + " " + name;
 }
@@ -60,6 +67,8 @@ std::string networkSummary(const Device& d) {
     else if (conn.empty() || conn == "bridged") text = "Bridged";
     else text = conn;
     std::string dev = s.text(".virtualDev");
+    // "features" 15 beside vmxnet is the enhanced vmxnet adapter.
+    if (equalsIgnoreCase(dev, "vmxnet") && s.text(".features") == "15") dev += " (enhanced)";
     if (!dev.empty()) text += ", " + dev;
     if (equalsIgnoreCase(s.text(".addressType"), "static")) {
         text += ", static " + s.text(".address");

@@ -62,6 +62,14 @@ DisplayValueCheck checkVideoMemoryMb(std::string_view text) {
 
 DisplayValueCheck checkDisplayPixels(std::string_view text) { return checkRange(text, 1, 32767, "The maximum width and height (pixels)"); }
 
+DisplayValueCheck checkMonitors(std::string_view text) { return checkRange(text, 1, 10, "The number of monitors"); }
+
+DisplayValueCheck checkGraphicsMemoryMb(std::string_view text) {
+    DisplayValueCheck c = checkRange(text, 1, 8192, "3D graphics memory (MB)");
+    if (c.value) c.value = *c.value * kKilobytesPerMegabyte;
+    return c;
+}
+
 int videoMemoryMb(long long bytes) { return static_cast<int>(bytes / kBytesPerMegabyte); }
 
 }  // namespace arden

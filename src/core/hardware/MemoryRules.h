@@ -52,6 +52,15 @@ DisplayValueCheck checkVideoMemoryMb(std::string_view text);
 // pixels is stored; other numbers are refused with a warning that says what is allowed.
 DisplayValueCheck checkDisplayPixels(std::string_view text);
 
+// txtNumDisplays ("svga.numDisplays"): 1 to 10 monitors (ESXi's limit from hardware version 7;
+// the hosted products' own limit is not documented and taken to be the same).
+DisplayValueCheck checkMonitors(std::string_view text);
+// txtGraphicsMemory: the hosted products' 3D memory, entered in MB and stored in KB
+// ("svga.graphicsMemoryKB" = MB x 1024), 1 to 8192 MB (the 8 GB Workstation 17 writes; a higher
+// limit is not confirmed).
+DisplayValueCheck checkGraphicsMemoryMb(std::string_view text);
+inline constexpr int kKilobytesPerMegabyte = 1024;
+
 // The megabytes shown in txtVRamSize for a stored byte count (rounded down).
 int videoMemoryMb(long long bytes);
 

@@ -10,9 +10,10 @@ namespace {
 constexpr std::string_view kVirtualDev = ".virtualDev";
 constexpr std::string_view kSynth = ".synth.operational";
 
-constexpr std::array<SoundAdapterType, 3> kTypes{{{"ES1371", "es1371", "es1371", false},
+constexpr std::array<SoundAdapterType, 4> kTypes{{{"ES1371", "es1371", "es1371", false},
                                                   {"SB16", "sb16", "sb16", false},
-                                                  {"SB16 + OPL3/Yamaha Synth", "sb16-synth", "sb16", true}}};
+                                                  {"SB16 + OPL3/Yamaha Synth", "sb16-synth", "sb16", true},
+                                                  {"HD Audio", "hdaudio", "hdaudio", false, true}}};
 
 }  // namespace
 

@@ -14,9 +14,11 @@ struct SoundAdapterType {
     std::string_view cliName;     // the word the command line takes: "es1371", "sb16", "sb16-synth"
     std::string_view virtualDev;  // written as "sound.virtualDev"
     bool synth;                   // writes "sound.synth.operational" "TRUE"
+    bool hdAudio = false;         // the later HD audio device, offered only where the product has
+                                  // it (offeredSoundAdapters in core/config/DeviceFeatures.h)
 };
 
-// ES1371, SB16, SB16 + OPL3/Yamaha Synth, in list order.
+// ES1371, SB16, SB16 + OPL3/Yamaha Synth, HD Audio, in list order.
 std::span<const SoundAdapterType> soundAdapterTypes();
 
 // The list position the stored settings stand for; nothing when ".virtualDev" is unset (the

@@ -61,6 +61,27 @@ QCheckBox* DevicePage::flagBox(QWidget* parent, const char* name, int captionId,
     return box;
 }
 
+QCheckBox* DevicePage::switchBox(QWidget* parent, const char* name, int captionId, MachineSwitch which) {
+    auto* box = named<QCheckBox>(name, parent);
+    captions_.add(box, captionId);
+    onFill([=, this](const Device&) {
+        box->setVisible(hasFeature(config_.figures(), machineSwitch(which).feature));
+        box->setEnabled(switchOffered(config_, which));
+        box->setChecked(switchOn(config_, which));
+    });
+    connect(box, &QCheckBox::clicked, this,
+            [=, this](bool checked) { storeMachine([&] { return setSwitch(config_, which, checked); }); });
+    return box;
+}
+
+void DevicePage::storeMachine(const std::function<SwitchResult()>& change) {
+    if (filling_) return;
+    const SwitchResult result = change();
+    if (result.refusal) showMessage(this, *result.refusal, languageOffset());
+    if (result.changed) emit edited();
+    refill();  // a refused change shows the stored state again
+}
+
 QGroupBox* DevicePage::statusFrame(const char* enabledName, const char* connectedName) {
     auto* f = frame("fraDeviceStatus", kDeviceStatusId);
     auto* layout = new QVBoxLayout(f);

@@ -11,6 +11,7 @@
 #include <string>
 #include <vector>
 
+#include "core/config/MachineKeys.h"
 #include "core/config/VmConfiguration.h"
 #include "core/hardware/DeviceChoices.h"
 #include "core/hardware/HostPorts.h"
@@ -117,6 +118,15 @@ protected:
     QLineEdit* numberBox(QWidget* parent, const char* name, std::string key,
                          std::function<NumberCheck(std::string_view text)> check,
                          std::function<QString(long long stored)> shown);
+
+    // --- Whole-machine settings of later products (held among the kept lines) ---
+
+    // A check box showing switch `which`, visible only where the product offers it; a click
+    // sets the switch and refills the page (secure boot follows the firmware).
+    QCheckBox* switchBox(QWidget* parent, const char* name, int captionId, MachineSwitch which);
+    // Runs a whole-machine change unless the page is being filled: shows its refusal, or reports
+    // the edit and refills the page when it changed something.
+    void storeMachine(const std::function<SwitchResult()>& change);
 
     // An option button captioned by `captionId`.
     QRadioButton* option(QWidget* parent, const char* name, int captionId);

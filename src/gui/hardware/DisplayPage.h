@@ -1,6 +1,7 @@
 #pragma once
 // Display page (type 13): maximum width and height, video memory (entered in MB, stored in
-// bytes) and Direct3D support.
+// bytes) and Direct3D support; where the product has them, the number of monitors and the
+// hosted products' 3D graphics memory (entered in MB, stored in KB).
 #include "gui/hardware/DevicePage.h"
 
 namespace arden::gui {

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 #include <random>
 
+#include "core/config/NetworkAdapterTypes.h"
 #include "core/config/ProductTables.h"
 #include "core/hardware/NetworkAdapter.h"
 #include "gui/support/Prompts.h"
@@ -37,13 +38,10 @@ NetworkPage::NetworkPage(VmConfiguration& config, DevicePageContext& context, QW
 QGroupBox* NetworkPage::typeFrame() {
     auto* f = frame("fraNicType", 354);  // "Network Adapter Type"
     cboNicType_ = named<QComboBox>("cboNicType", f);
+    // Each entry holds the position of its type in the table of adapter types.
     connect(cboNicType_, &QComboBox::activated, this, [this](int index) {
-        const std::string value(nicTypeValue(index));
-        store([&](Device& d) {
-            if (value.empty() || d.settings.get(".virtualDev") == value) return false;
-            d.settings.set(".virtualDev", value);
-            return true;
-        });
+        const int position = cboNicType_->itemData(index).toInt();
+        store([&](Device& d) { return setAdapterNicType(d.settings, position); });
     });
     auto* layout = new QVBoxLayout(f);
     layout->addWidget(cboNicType_);
@@ -138,10 +136,11 @@ void NetworkPage::fillPage(const Device& d) {
     // The types the product offers; an adapter whose type is not among them shows none.
     const int version = config_.product.version;
     cboNicType_->clear();
-    const auto entries = nicTypeEntries(config_.product.platform, version < 0 ? lastVersion(config_.product.platform) : version);
-    for (std::string_view entry : entries) cboNicType_->addItem(qs(std::string(entry)));
-    const auto position = nicTypePosition(d.settings.text(".virtualDev"));
-    cboNicType_->setCurrentIndex(position && static_cast<std::size_t>(*position) < entries.size() ? *position : -1);
+    const auto positions = offeredNicTypes(config_.product.platform, version < 0 ? lastVersion(config_.product.platform) : version);
+    for (int position : positions)
+        cboNicType_->addItem(qs(std::string(nicTypes()[static_cast<std::size_t>(position)].name)), position);
+    const auto position = adapterNicType(d.settings);
+    cboNicType_->setCurrentIndex(position ? cboNicType_->findData(*position) : -1);
 }
 
 MacMode NetworkPage::shownMode() const { return optNetMacStatic_->isChecked() ? MacMode::Static : MacMode::Generated; }

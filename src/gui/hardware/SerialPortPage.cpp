@@ -3,10 +3,14 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
+#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+
+#include "core/hardware/DeviceTexts.h"
+#include "core/support/TextUtil.h"
 
 namespace arden::gui {
 
@@ -46,6 +50,31 @@ SerialPortPage::SerialPortPage(VmConfiguration& config, DevicePageContext& conte
     addCaptionedRow(ends, captions_, "lblSerPipeEnd2", 318, cboSerPipeEnd2);
     auto* endsRow = indentedRow(layout, {});
     endsRow->addLayout(ends, 1);
+    // A port the options cannot show (the hosted virtual printer, a port reached over the
+    // network) says what it is; it stays as the file has it until another option is chosen.
+    // A network port's URI and whether this end listens (server) or connects (client) can be
+    // edited.
+    auto* lblSerOtherKind = named<QLabel>("lblSerOtherKind", fraConnection);
+    layout->addWidget(lblSerOtherKind);
+    auto* network = new QFormLayout;
+    auto* txtSerNetUri = textBox(fraConnection, "txtSerNetUri", ".fileName");
+    auto* cboSerNetEnd = valueList(fraConnection, "cboSerNetEnd", ".network.endPoint", {{"server", 310}, {"client", 311}}, 0);
+    addCaptionedRow(network, captions_, "lblSerNetUri", 455, txtSerNetUri);  // "Network URI"
+    addCaptionedRow(network, captions_, "lblSerNetEnd", 316, cboSerNetEnd);  // "This End"
+    layout->addLayout(network);
+    auto showKind = [=](const Device& d) {
+        const std::string type = d.settings.text(".fileType");
+        const bool other = !connectionOf(DeviceType::SerialPort, type) && d.settings.has(".fileType");
+        lblSerOtherKind->setVisible(other);
+        lblSerOtherKind->setText(other ? qs(deviceSummary(d)) : QString());
+        const bool net = equalsIgnoreCase(type, "network");
+        network->setRowVisible(txtSerNetUri, net);
+        network->setRowVisible(cboSerNetEnd, net);
+    };
+    onFill(showKind);
+    connect(this, &DevicePage::edited, this, [this, showKind] {
+        if (const Device* d = device()) showKind(*d);
+    });
 
     auto* fraSerYield = frame("fraSerYield", 355);  // "Mode"
     auto* yield = new QVBoxLayout(fraSerYield);

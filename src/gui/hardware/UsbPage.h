@@ -1,5 +1,6 @@
 #pragma once
-// USB controller page (type 7): enabled, and devices connected automatically when the guest has focus.
+// USB controller page (type 7): enabled, devices connected automatically when the guest has focus,
+// and where the product has them the USB 2.0 and USB 3 controllers.
 #include "gui/hardware/DevicePage.h"
 
 namespace arden::gui {

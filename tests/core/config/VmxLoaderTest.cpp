@@ -92,7 +92,7 @@ TEST(VmxLoader, OptionKeysAndUnmappedValues) {
                    "snapshot.action = \"AUTOCOMMIT\"\n" "snapshot.disabled = \"TRUE\"\n" "priority.ungrabbed = \"idle\"\n"
                    "priority.grabbed = \"superhigh\"\n" "MemTrimRate = \"0\"\n" "disk.locking = \"false\"\n"
                    "gui.fullScreenAtPowerOn = \"TRUE\"\n" "gui.restricted = \"TRUE\"\n"
-                   "ethernet0.virtualDev = \"vmxnet3\"\n" "ethernet0.present = \"TRUE\"\n" "sharedFolder.maxNum = \"0\"\n"
+                   "ethernet0.virtualDev = \"ne2000\"\n" "ethernet0.present = \"TRUE\"\n" "sharedFolder.maxNum = \"0\"\n"
                    "sharedFolder0.hostPath = \"/srv\"\n" "sharedFolder0.writeAccess = \"FALSE\"\n"
                    "sharedFolder0.expiration = \"session\"\n");
     ASSERT_TRUE(r.ok);
@@ -110,10 +110,10 @@ TEST(VmxLoader, OptionKeysAndUnmappedValues) {
     // Lines whose values the editor cannot show are kept and written back as they stand.
     EXPECT_EQ(c.keptLines, (std::vector<std::string>{"priority.grabbed = \"superhigh\"", "gui.restricted = \"TRUE\"",
                                                      "sharedFolder.maxNum = \"0\""}));
-    EXPECT_EQ(nic->keptLines, (std::vector<KeptKeyLine>{{".virtualDev", " = \"vmxnet3\""}}));
+    EXPECT_EQ(nic->keptLines, (std::vector<KeptKeyLine>{{".virtualDev", " = \"ne2000\""}}));
     std::string text = writeVmxText(c);
     EXPECT_EQ(test::keyLines(text, "priority.grabbed"), test::Lines{"priority.grabbed = \"superhigh\""});
-    EXPECT_TRUE(hasLine(text, "ethernet0.virtualDev = \"vmxnet3\"") && hasLine(text, "gui.restricted = \"TRUE\""));
+    EXPECT_TRUE(hasLine(text, "ethernet0.virtualDev = \"ne2000\"") && hasLine(text, "gui.restricted = \"TRUE\""));
 }
 
 TEST(VmxLoader, NoticesForOddLinesAndRefusalsForNonText) {

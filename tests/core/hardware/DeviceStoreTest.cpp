@@ -64,7 +64,7 @@ TEST(DeviceKeys, ValuesAreNormalisedOrRefused) {
     struct Case { DeviceType type; const char* key; const char* value; const char* stored; };
     const Case cases[] = {
         {DeviceType::Network, ".PRESENT", "0", "FALSE"},         {DeviceType::Network, ".present", "maybe", nullptr},
-        {DeviceType::Network, ".virtualdev", "E1000", "e1000"},  {DeviceType::Network, ".virtualDev", "vmxnet3", nullptr},
+        {DeviceType::Network, ".virtualdev", "E1000", "e1000"},  {DeviceType::Network, ".virtualDev", "VMXNET3", "vmxnet3"}, {DeviceType::Network, ".virtualDev", "ne2000", nullptr},
         {DeviceType::Network, ".generatedAddressOffset", "-5", "-5"},
         {DeviceType::Network, ".generatedAddressOffset", "12abc", nullptr},
         {DeviceType::Network, ".generatedAddressOffset", "99999999999", nullptr},

@@ -25,7 +25,8 @@ TEST(SoundAdapter, EachTypeWritesItsValuesAndReadsBack) {
         EXPECT_EQ(soundAdapterPosition(s), position);
     }
     EXPECT_EQ(soundAdapterPosition(stored({{".virtualDev", "SB16"}, {".synth.operational", "false"}})), 1);
-    EXPECT_EQ(soundAdapterPosition(stored({{".virtualDev", "hdaudio"}})), std::nullopt);
+    EXPECT_EQ(soundAdapterPosition(stored({{".virtualDev", "HDAudio"}})), 3);
+    EXPECT_EQ(soundAdapterPosition(stored({{".virtualDev", "ac97"}})), std::nullopt);
     EXPECT_EQ(soundAdapterPosition(stored({})), std::nullopt);
     EXPECT_EQ(soundAdapterFromCliName("SB16-Synth"), 2);
     EXPECT_EQ(soundAdapterFromCliName("sb"), std::nullopt);

@@ -51,6 +51,8 @@ constexpr SameAsEnglish kSameAsEnglish[] = {
     {3, "it"}, {6, "it"}, {12, "fr"}, {50, "de fr it"}, {52, "es"}, {81, "de fr"}, {109, "it"}, {117, "de"},
     {129, "de"}, {200, "de es it"}, {217, "de fr"}, {228, "de fr"}, {249, "de"}, {265, "de es"}, {310, "de it"},
     {311, "de fr it"}, {314, "fr"}, {355, "fr"},
+    // firmware names
+    {440, "de es it"}, {441, "de fr es it"}, {442, "de fr es it"},
 };
 
 bool maySpellAsEnglish(int id, std::string_view language) {
