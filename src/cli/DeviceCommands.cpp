@@ -164,16 +164,16 @@ int runRemove(Args args) {
         return refuse("Device Not Removable", text + " cannot be removed: a machine keeps its memory and at least one CPU");
     }
     std::vector<std::string> report;
-    if (device.type == DeviceType::ScsiController) {
+    if (const auto bus = busOfController(device.type); bus && busRow(*bus).declaredControllers) {
         std::vector<std::string> held;
-        for (const Device* d : devicesOnScsiController(store, device.number))
+        for (const Device* d : devicesOnController(store, *bus, device.number))
             held.push_back(store.displayText(*d) + " (" + placedNodeLabel(*d) + ")");
         if (!held.empty() && !withDevices) {
             return refuse("Controller Holds Devices",
                           text + " holds " + joinQuoted(held) + "; give --with-devices to move each to a free node of "
                           "another bus, or remove it with the controller where none is free. Nothing was written.");
         }
-        report = removeScsiController(store, device.identifier);
+        report = removeController(store, device.type, device.identifier);
     } else {
         store.remove(device.type, device.identifier);
     }

@@ -74,6 +74,11 @@ bool hasFeature(int platform, int version, DeviceFeature feature) {
     return figures && hasFeature(*figures, feature);
 }
 
+BusOptions busOptions(const ProductFigures& figures) {
+    return BusOptions{hasFeature(figures, DeviceFeature::ScsiLsiSas), hasFeature(figures, DeviceFeature::ScsiParavirtualWide),
+                      hasFeature(figures, DeviceFeature::SataController)};
+}
+
 std::string_view featureName(DeviceFeature feature) { return rowOf(feature).name; }
 
 }  // namespace arden

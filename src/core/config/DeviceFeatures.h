@@ -8,6 +8,7 @@
 #include <string_view>
 
 #include "core/config/ProductTables.h"
+#include "core/hardware/BusTable.h"
 
 namespace arden {
 
@@ -37,6 +38,13 @@ std::optional<int> firstHardwareVersion(DeviceFeature feature, ProductLine line)
 bool hasFeature(const ProductFigures& figures, DeviceFeature feature);
 // The same for (platform, version position); false for a combination that does not exist.
 bool hasFeature(int platform, int version, DeviceFeature feature);
+
+// What the product adds to the buses of the original products (BusTable.h): SCSI nodes n:0-n:15
+// where it has the LSI Logic SAS type (hardware version 7 on: the reference confirms units
+// 0-15 for every SCSI type there and none of the original products has them), a paravirtual
+// controller's n:0-n:63 where it has ScsiParavirtualWide, and the newer placement order where
+// it has SATA.
+BusOptions busOptions(const ProductFigures& figures);
 
 // Fixed English name for messages: "SATA controllers", "the e1000e adapter type", ...
 std::string_view featureName(DeviceFeature feature);

@@ -3,6 +3,7 @@
 // written, with a note) or will not write (it is kept too).
 #include <algorithm>
 
+#include "core/config/DeviceFeatures.h"
 #include "core/config/VmxLoaderState.h"
 #include "core/config/VmxText.h"
 #include "core/config/VmxWriter.h"
@@ -258,6 +259,7 @@ void Loader::finish() {
     resolveProduct();
     checkProcessors();
     addProcessorsAndMemory();
+    c_.devices.busOptions = busOptions(c_.figures());
     buildDevices();
     keepLinesTheWriterDrops();
     attachOwnedLines();
