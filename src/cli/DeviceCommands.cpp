@@ -142,8 +142,10 @@ int runAdd(Args args) {
         Placement placement = placeOnFirstFreeNode(store, device);
         for (const Message& notice : placement.notices) printMessage(notice);
         if (!placement.placed) {
-            return refuse("No Available Nodes", store.displayText(device) +
-                                                    " was not added: it needs a free IDE or SCSI node (each SCSI Controller adds seven)");
+            return refuse("No Available Nodes", store.displayText(device) + " was not added: " +
+                                                    (store.busOptions.modernPlacement
+                                                         ? "it needs a free node (a SCSI, SATA or NVMe Controller adds more)"
+                                                         : "it needs a free IDE or SCSI node (each SCSI Controller adds seven)"));
         }
     }
     if (int rc = saveEditedConfiguration(args[0], *config, yes, dryRun); rc != Success || dryRun) return rc;

@@ -34,7 +34,7 @@ TEST(DeviceNames, APrintedNameRemovesThatDeviceInTheNextRun) {
     ScratchDir dir;
     const std::string file = corpusCopy(dir, "jahyung-ansible__CentOS-7-64-bit.vmx", "c.vmx").string();
     const std::string scratch = (dir / "scratch.vmdk").string();
-    CliResult added = runCli({"device", "add", file, "Hard Disk", "--file", scratch});
+    CliResult added = runCli({"device", "add", file, "Hard Disk", "--file", scratch, "--node", "IDE 0:0"});
     ASSERT_EQ(added.exitCode, 0) << added.err;
     EXPECT_EQ(added.out, "Hard Disk 1\tIDE 0:0\n");  // IDE comes before the system disk on SCSI 0:0
     EXPECT_TRUE(has(runCli({"show", file}).out, "  Hard Disk 2\tSCSI 0:0, CentOS 7 64-bit-000001.vmdk\tSCSI 0:0\n"));

@@ -30,7 +30,8 @@ const PrefixRule kPrefixRules[] = {
     {"floppy*", Family::Device},      {"parallel*", Family::Device},       {"serial*", Family::Device},
     {"sound", Family::Device},        {"ethernet*", Family::Device},       {"usb", Family::Device},
     {"ide*", Family::Device},         {"scsi*", Family::Device},           {"svga", Family::Device},
-    {"mks", Family::Device},          {"vmmouse", Family::Device},
+    {"mks", Family::Device},          {"vmmouse", Family::Device},         {"sata*", Family::Device},
+    {"nvme*", Family::Device},
 };
 
 // Managed keys that a file without them does not gain when it is saved again.

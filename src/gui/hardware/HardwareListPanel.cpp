@@ -17,6 +17,7 @@
 #include "core/hardware/NodeAssignment.h"
 #include "gui/disks/DiskDialogs.h"
 #include "gui/hardware/DevicePages.h"
+#include "gui/hardware/HardDiskPage.h"
 #include "gui/hardware/frmAddHardware.h"
 #include "gui/support/FocusMarker.h"
 #include "gui/support/Icons.h"
@@ -217,7 +218,7 @@ QString HardwareListPanel::askDiskFile(const Device& disk) {
                                         : nullptr;
         CreateDiskRequest preset;
         preset.folder = folder;
-        preset.adapter = disks::adapterForNode(scsi ? disks::DiskBus::Scsi : disks::DiskBus::Ide,
+        preset.adapter = disks::adapterForNode(HardDiskPage::nodeBus(disk),
                                                controller ? controller->settings.text(".virtualDev") : std::string{});
         preset.languageOffset = o;
         QString path;
