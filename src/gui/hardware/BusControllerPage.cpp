@@ -10,7 +10,7 @@ BusControllerPage::BusControllerPage(VmConfiguration& config, DevicePageContext&
     const bool sata = type == DeviceType::SataController;
     setObjectName(sata ? "fraSATAPage" : "fraNVMePage");
     auto* fraControllerDevices = frame("fraControllerDevices", 410);  // "Devices on this controller"
-    lstControllerDevices_ = named<QListWidget>("lstControllerDevices", fraControllerDevices);
+    lstControllerDevices_ = named<QListWidget>(sata ? "lstSATADevices" : "lstNVMeDevices", fraControllerDevices);
     auto* layout = new QVBoxLayout(fraControllerDevices);
     layout->addWidget(lstControllerDevices_);
     stack({statusFrame(sata ? "chkSATAEnabled" : "chkNVMeEnabled", nullptr), fraControllerDevices});

@@ -2,7 +2,6 @@
 
 #include <QComboBox>
 #include <QFormLayout>
-#include <QListView>
 
 #include "core/config/DeviceFeatures.h"
 #include "core/support/TextUtil.h"
@@ -22,14 +21,18 @@ ScsiControllerPage::ScsiControllerPage(VmConfiguration& config, DevicePageContex
                                    {"lsisas1068", 0, "LSI Logic SAS"},
                                    {"pvscsi", 0, "VMware Paravirtual"}},
                                   0);
+    // Rows 2 and 3, the later types, come and go together, so that every row keeps the position
+    // the value list stores by: both where the product has either type or the controller is one.
     onFill([this, cboSCSICont](const Device& d) {
         const ProductFigures figures = config_.figures();
         const std::string type = toLowerAscii(d.settings.text(".virtualDev"));
-        const std::pair<int, DeviceFeature> later[] = {{2, DeviceFeature::ScsiLsiSas}, {3, DeviceFeature::ScsiParavirtual}};
-        auto* view = qobject_cast<QListView*>(cboSCSICont->view());
-        for (const auto& [row, feature] : later) {
-            const bool held = type == (row == 2 ? "lsisas1068" : "pvscsi");
-            view->setRowHidden(row, !held && !hasFeature(figures, feature));
+        const bool held = type == "lsisas1068" || type == "pvscsi";
+        const bool later = held || hasFeature(figures, DeviceFeature::ScsiLsiSas) || hasFeature(figures, DeviceFeature::ScsiParavirtual);
+        if (!later) {
+            while (cboSCSICont->count() > 2) cboSCSICont->removeItem(2);
+        } else if (cboSCSICont->count() == 2) {
+            cboSCSICont->addItems({"LSI Logic SAS", "VMware Paravirtual"});
+            if (held) cboSCSICont->setCurrentIndex(type == "lsisas1068" ? 2 : 3);
         }
     });
     auto* form = new QFormLayout(fraAdapter);
