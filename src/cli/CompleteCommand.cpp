@@ -19,11 +19,11 @@ void printEntries(const DeviceStore& store) {
     for (const HardwareListEntry& e : store.hardwareList()) std::cout << e.text << '\n';
 }
 
-// Every node a device may be put on, free or held ("IDE 0:0", "SCSI 0:6"); a SCSI controller's
+// Every node a device may be put on, free or held ("IDE 0:0", "SCSI 0:6", "SATA 0:1"); a SCSI controller's
 // own node is left out, as device node refuses it.
 void printNodes(const DeviceStore& store) {
-    for (Bus bus : {Bus::Ide, Bus::Scsi}) {
-        for (const std::string& label : nodeList(store, bus)) {
+    for (const BusRow& row : busRows()) {
+        for (const std::string& label : nodeList(store, row.bus)) {
             auto node = parseNodeLabel(label);
             if (!node || node->holder.starts_with(kControllerHolderPrefix)) continue;
             std::cout << nodeLabel(node->bus, node->controller, node->node) << '\n';

@@ -37,8 +37,7 @@ int runNew(Args args) {
     std::random_device random;
     VmConfiguration config = VmConfiguration::newMachine(args[1], args[0], cliText(26), random());
     if (target) {
-        config.product.platform = target->first;
-        config.product.version = target->second;
+        config.retarget(target->first, target->second);
     }
     addProductTemplate(config);
     std::error_code ec;

@@ -144,8 +144,10 @@ int runAdd(Args args) {
         Placement placement = placeOnFirstFreeNode(store, device);
         for (const Message& notice : placement.notices) printMessage(notice);
         if (!placement.placed) {
-            return refuse("No Available Nodes", store.displayText(device) +
-                                                    " was not added: it needs a free IDE or SCSI node (each SCSI Controller adds seven)");
+            return refuse("No Available Nodes", store.displayText(device) + " was not added: " +
+                                                    (store.busOptions.modernPlacement
+                                                         ? "it needs a free node (a SCSI, SATA or NVMe Controller adds more)"
+                                                         : "it needs a free IDE or SCSI node (each SCSI Controller adds seven)"));
         }
     }
     if (int rc = saveEditedConfiguration(args[0], *config, yes, dryRun); rc != Success || dryRun) return rc;
@@ -166,16 +168,16 @@ int runRemove(Args args) {
         return refuse("Device Not Removable", text + " cannot be removed: a machine keeps its memory and at least one CPU");
     }
     std::vector<std::string> report;
-    if (device.type == DeviceType::ScsiController) {
+    if (const auto bus = busOfController(device.type); bus && busRow(*bus).declaredControllers) {
         std::vector<std::string> held;
-        for (const Device* d : devicesOnScsiController(store, device.number))
+        for (const Device* d : devicesOnController(store, *bus, device.number))
             held.push_back(store.displayText(*d) + " (" + placedNodeLabel(*d) + ")");
         if (!held.empty() && !withDevices) {
             return refuse("Controller Holds Devices",
                           text + " holds " + joinQuoted(held) + "; give --with-devices to move each to a free node of "
                           "another bus, or remove it with the controller where none is free. Nothing was written.");
         }
-        report = removeScsiController(store, device.identifier);
+        report = removeController(store, device.type, device.identifier);
     } else {
         store.remove(device.type, device.identifier);
     }

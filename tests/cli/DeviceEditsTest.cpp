@@ -34,7 +34,7 @@ TEST(DeviceNames, APrintedNameRemovesThatDeviceInTheNextRun) {
     ScratchDir dir;
     const std::string file = corpusCopy(dir, "jahyung-ansible__CentOS-7-64-bit.vmx", "c.vmx").string();
     const std::string scratch = (dir / "scratch.vmdk").string();
-    CliResult added = runCli({"device", "add", file, "Hard Disk", "--file", scratch});
+    CliResult added = runCli({"device", "add", file, "Hard Disk", "--file", scratch, "--node", "IDE 0:0"});
     ASSERT_EQ(added.exitCode, 0) << added.err;
     EXPECT_EQ(added.out, "Hard Disk 1\tIDE 0:0\n");  // IDE comes before the system disk on SCSI 0:0
     EXPECT_TRUE(has(runCli({"show", file}).out, "  Hard Disk 2\tSCSI 0:0, CentOS 7 64-bit-000001.vmdk\tSCSI 0:0\n"));
@@ -199,4 +199,50 @@ TEST(ValuesAsRead, SharesKeepTheirKeysAndReadAccess) {
     EXPECT_FALSE(has(text, "sharedFolder0.expiration")) << text;
     ASSERT_EQ(runCli({"share", "add", file.string(), "music", dir.path().string()}).exitCode, 0);
     EXPECT_TRUE(has(readBytes(file), "sharedFolder2.readAccess = \"TRUE\""));
+}
+
+// SATA and NVMe from the command line: controllers added within the product's four, drives and
+// disks put on their nodes by label, found and removed by node label, listed at their nodes.
+TEST(BusCommands, SataAndNvmeControllersDrivesAndDisksByNodeLabel) {
+    ScratchDir dir;
+    const std::string file = newMachine(dir, {"--platform", "Workstation", "--version", "17.5x"}).string();
+    EXPECT_EQ(runCli({"device", "add", file, "SATA Controller"}).out, "SATA Controller 0\n");
+    EXPECT_EQ(runCli({"device", "add", file, "NVMe Controller"}).out, "NVMe Controller 0\n");
+    const std::string disk = (dir / "system.vmdk").string();
+    EXPECT_EQ(runCli({"device", "add", file, "Hard Disk", "--file", disk}).out, "Hard Disk 1\tNVMe 0:0\n");
+    EXPECT_EQ(runCli({"device", "add", file, "DVD/CD-ROM Drive", "--node", "SATA 0:1"}).out, "CD-ROM 2\tSATA 0:1\n");
+    CliResult refused = runCli({"device", "node", file, "CD-ROM 2", "NVMe 0:1"});
+    EXPECT_NE(refused.exitCode, 0);
+    EXPECT_TRUE(has(refused.err, "A DVD/CD-ROM Drive sits on IDE, SCSI or SATA nodes only, not on NVMe 0:1")) << refused.err;
+    const std::string shown = runCli({"show", file}).out;
+    for (const char* line : {"  Hard Disk 1\tNVMe 0:0, system.vmdk (persistent)\tNVMe 0:0\n",
+                             "  CD-ROM 2\tSATA 0:1, auto detect\tSATA 0:1\n", "  SATA Controller 0\tEnabled\t\n",
+                             "  NVMe Controller 0\tEnabled\t\n"})
+        EXPECT_TRUE(has(shown, line)) << line << shown;
+    const std::string text = readBytes(file);
+    EXPECT_TRUE(has(text, "nvme0:0.fileName = \"system.vmdk\"\r\n")) << text;
+    EXPECT_TRUE(has(text, "sata0:1.deviceType = \"cdrom-raw\"\r\n"));
+
+    CliResult held = runCli({"device", "remove", file, "NVMe Controller 0"});
+    EXPECT_TRUE(has(held.err, "NVMe Controller 0 holds \"Hard Disk 1 (NVMe 0:0)\"")) << held.err;
+    CliResult moved = runCli({"device", "remove", file, "NVMe Controller 0", "--with-devices"});
+    EXPECT_EQ(moved.out, "Removed NVMe Controller 0\nHard Disk 1 (NVMe 0:0) moved to IDE 0:0\n");
+    EXPECT_EQ(runCli({"device", "remove", file, "SATA 0:1"}).out, "Removed CD-ROM 2\n");
+    for (int i = 1; i < 4; ++i) EXPECT_EQ(runCli({"device", "add", file, "SATA Controller"}).exitCode, 0);
+    CliResult fifth = runCli({"device", "add", file, "SATA Controller"});
+    EXPECT_NE(fifth.exitCode, 0);
+    EXPECT_TRUE(has(fifth.err, "The maximum number ofSATA Controllers has already been added")) << fifth.err;
+    EXPECT_TRUE(has(runCli({"__complete", "nodes", file}).out, "SATA 3:29\n"));
+}
+
+TEST(BusCommands, AWorkstation55MachineRefusesSataAndNvme) {
+    ScratchDir dir;
+    const std::string file = newMachine(dir).string();
+    for (const char* type : {"SATA Controller", "NVMe Controller"}) {
+        CliResult r = runCli({"device", "add", file, type});
+        EXPECT_NE(r.exitCode, 0) << type;
+        EXPECT_TRUE(has(r.err, "The maximum number of" + std::string(type) + "s has already been added")) << r.err;
+    }
+    CliResult node = runCli({"device", "node", file, "CD-ROM 1", "SATA 0:0"});
+    EXPECT_TRUE(has(node.err, "SATA 0:0 is not a node of this machine")) << node.err;
 }

@@ -85,6 +85,11 @@ std::vector<int> offeredSoundAdapters(const ProductFigures& figures) {
     return positions;
 }
 
+BusOptions busOptions(const ProductFigures& figures) {
+    return BusOptions{hasFeature(figures, DeviceFeature::ScsiLsiSas), hasFeature(figures, DeviceFeature::ScsiParavirtualWide),
+                      hasFeature(figures, DeviceFeature::SataController)};
+}
+
 std::string_view featureName(DeviceFeature feature) { return rowOf(feature).name; }
 
 }  // namespace arden

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/config/ProductTables.h"
+#include "core/hardware/BusTable.h"
 
 namespace arden {
 
@@ -42,6 +43,13 @@ bool hasFeature(int platform, int version, DeviceFeature feature);
 // The sound adapter types (positions of soundAdapterTypes()) the product offers, in list order:
 // ES1371 and both Sound Blaster entries everywhere, HD Audio where the product has it.
 std::vector<int> offeredSoundAdapters(const ProductFigures& figures);
+
+// What the product adds to the buses of the original products (BusTable.h): SCSI nodes n:0-n:15
+// where it has the LSI Logic SAS type (hardware version 7 on: the reference confirms units
+// 0-15 for every SCSI type there and none of the original products has them), a paravirtual
+// controller's n:0-n:63 where it has ScsiParavirtualWide, and the newer placement order where
+// it has SATA.
+BusOptions busOptions(const ProductFigures& figures);
 
 // Fixed English name for messages: "SATA controllers", "the e1000e adapter type", ...
 std::string_view featureName(DeviceFeature feature);

@@ -119,19 +119,19 @@ Outcome Loader::deviceKey(const Line&, const std::string& key, std::string_view 
         return sharedFolder(key, prefix, value, *owner, allowed);
     }
     std::string_view stem = prefix.substr(0, prefix.find_first_of("0123456789"));
-    if (stem == "ide" || stem == "scsi") {
-        const bool ide = stem == "ide";
+    const auto bus = std::find_if(busRows().begin(), busRows().end(), [&](const BusRow& r) { return r.keyStem == stem; });
+    if (bus != busRows().end()) {
         std::string_view rest = prefix.substr(stem.size());
         std::size_t colon = rest.find(':');
         int controller = 0;
         if (colon == std::string_view::npos) {
             if (!parseNumber(rest, controller)) return Outcome::Unknown;
-            table = ide ? DeviceType::IdeController : DeviceType::ScsiController;
+            table = bus->controllerType;
             owner = Owner{Owner::Numbered, typeNumber(table), {}, 0, controller};
         } else {
             if (!parseNumber(rest.substr(0, colon), controller) || !parseNumber(rest.substr(colon + 1), number))
                 return Outcome::Unknown;
-            owner = Owner{Owner::Node, 0, ide ? "IDE" : "SCSI", controller, number};
+            owner = Owner{Owner::Node, 0, std::string(bus->label), controller, number};
         }
     } else {
         auto it = std::find_if(std::begin(kPrefixDevices), std::end(kPrefixDevices),

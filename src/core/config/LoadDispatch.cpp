@@ -3,6 +3,7 @@
 // written, with a note) or will not write (it is kept too).
 #include <algorithm>
 
+#include "core/config/DeviceFeatures.h"
 #include "core/config/VmxLoaderState.h"
 #include "core/config/VmxText.h"
 #include "core/config/VmxWriter.h"
@@ -29,7 +30,8 @@ const PrefixRule kPrefixRules[] = {
     {"floppy*", Family::Device},      {"parallel*", Family::Device},       {"serial*", Family::Device},
     {"sound", Family::Device},        {"ethernet*", Family::Device},       {"usb", Family::Device},
     {"ide*", Family::Device},         {"scsi*", Family::Device},           {"svga", Family::Device},
-    {"mks", Family::Device},          {"vmmouse", Family::Device},
+    {"mks", Family::Device},          {"vmmouse", Family::Device},         {"sata*", Family::Device},
+    {"nvme*", Family::Device},
 };
 
 // Managed keys that a file without them does not gain when it is saved again.
@@ -271,6 +273,7 @@ void Loader::finish() {
     resolveProduct();
     checkProcessors();
     addProcessorsAndMemory();
+    c_.devices.busOptions = busOptions(c_.figures());
     buildDevices();
     keepLinesTheWriterDrops();
     attachOwnedLines();

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <numeric>
 
+#include "core/config/DeviceFeatures.h"
 #include "core/config/FeatureFitting.h"
+#include "core/config/HardwareFigures.h"
 #include "core/config/MachineKeys.h"
 #include "core/config/NetworkAdapterTypes.h"
 #include "core/hardware/DeviceKeys.h"
@@ -11,6 +13,15 @@
 
 namespace arden {
 namespace {
+
+constexpr std::string_view kFittedScsiType = "lsilogic";
+
+// Whether the product has the SCSI controller type (an unset or unknown type is left alone).
+bool scsiTypeOffered(const ProductFigures& f, std::string_view type) {
+    if (equalsIgnoreCase(type, "lsisas1068")) return hasFeature(f, DeviceFeature::ScsiLsiSas);
+    if (equalsIgnoreCase(type, "pvscsi")) return hasFeature(f, DeviceFeature::ScsiParavirtual);
+    return true;
+}
 
 int memoryOf(const VmConfiguration& c) {
     for (const Device& m : c.devices.devices(DeviceType::Memory)) return m.settings.number("memsize").value_or(0);
@@ -70,6 +81,28 @@ void deviceExcess(std::vector<LimitExcess>& out, const VmConfiguration& c, Devic
     out.push_back({std::to_string(count) + " " + kind + " (" + names + "): " + product + " allows at most " +
                        std::to_string(most) + "; remove " + std::to_string(count - most),
                    false, {}, true});
+}
+
+// SATA and NVMe controllers beyond the product's four (none where it lacks the bus), and SCSI
+// controllers of a type the product does not offer (fitted to LSI Logic, as adapter types are).
+void busExcesses(std::vector<LimitExcess>& out, const VmConfiguration& c, const ProductFigures& f, const std::string& product) {
+    const DeviceMaxima maxima = deviceMaxima(f);
+    deviceExcess(out, c, DeviceType::SataController, maxima.sataControllers, "SATA controllers", product);
+    deviceExcess(out, c, DeviceType::NvmeController, maxima.nvmeControllers, "NVMe controllers", product);
+    for (const Device& d : c.devices.devices(DeviceType::ScsiController)) {
+        const std::string type = d.settings.text(".virtualDev");
+        if (!scsiTypeOffered(f, type))
+            out.push_back({c.devices.displayText(d) + ": " + product + " does not offer the controller type \"" + type + "\"",
+                           true, "\"" + std::string(kFittedScsiType) + "\"", false});
+    }
+}
+
+// The SCSI controllers of a type the product does not offer become LSI Logic ones.
+void fitScsiTypesToProduct(DeviceStore& store, const ProductFigures& f) {
+    for (const Device& d : store.devices(DeviceType::ScsiController)) {
+        if (!scsiTypeOffered(f, d.settings.text(".virtualDev")))
+            store.find(DeviceType::ScsiController, d.identifier)->settings.set(".virtualDev", std::string(kFittedScsiType));
+    }
 }
 
 }  // namespace
@@ -132,6 +165,7 @@ std::vector<LimitExcess> productExcesses(const VmConfiguration& c) {
     deviceExcess(out, c, DeviceType::Network, f.maxNics, "network adapters", product);
     deviceExcess(out, c, DeviceType::ScsiController, f.maxScsiControllers, "SCSI controllers", product);
     deviceExcess(out, c, DeviceType::SerialPort, f.maxSerialPorts, "serial ports", product);
+    busExcesses(out, c, f, product);
     return out;
 }
 
@@ -195,6 +229,7 @@ std::optional<Message> retargetAndFit(VmConfiguration& c, int platform, int vers
             c.selectGuest(guest->family, guest->version);
     }
     fitFeaturesToProduct(c);
+    fitScsiTypesToProduct(c.devices, f);
     return fitNicTypesToProduct(c.devices, platform, version);
 }
 

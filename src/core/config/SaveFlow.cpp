@@ -32,7 +32,8 @@ std::optional<EncodingGap> encodingGap(const VmConfiguration& config) {
 
 int pciDeviceTally(const VmConfiguration& config) {
     int tally = 1;
-    for (DeviceType t : {DeviceType::ScsiController, DeviceType::Network, DeviceType::Sound}) {
+    for (DeviceType t : {DeviceType::ScsiController, DeviceType::SataController, DeviceType::NvmeController,
+                         DeviceType::Network, DeviceType::Sound}) {
         for (const Device& d : config.devices.devices(t)) {
             if (d.enabled()) ++tally;
         }

@@ -10,8 +10,8 @@
 
 namespace arden {
 
-// Enabled SCSI controllers, network adapters and sound adapters, plus one: the tally the
-// save compares with 6.
+// Enabled SCSI, SATA and NVMe controllers, network adapters and sound adapters, plus one: the
+// tally the save compares with 6 on the products without PCI bridges.
 int pciDeviceTally(const VmConfiguration& config);
 
 // The checks run before anything is written: a file opened read-only (encrypted settings, an

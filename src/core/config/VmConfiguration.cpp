@@ -1,5 +1,7 @@
 #include "core/config/VmConfiguration.h"
 
+#include "core/config/DeviceFeatures.h"
+
 #include "core/hardware/DeviceDefaults.h"
 #include "core/hardware/DeviceKeys.h"
 
@@ -36,6 +38,7 @@ void VmConfiguration::retarget(int platform, int version) {
     product.version = version;
     product.configVersionAsRead.clear();
     product.hwVersionAsRead.clear();
+    devices.busOptions = busOptions(figures());
 }
 
 std::string formatNote(const VmConfiguration& config) {

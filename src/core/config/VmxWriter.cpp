@@ -5,6 +5,7 @@
 
 #include "core/config/VmxLines.h"
 #include "core/config/VmxText.h"
+#include "core/hardware/BusTable.h"
 #include "core/hardware/DeviceKeys.h"
 #include "core/support/TextUtil.h"
 
@@ -19,8 +20,11 @@ std::string keyPrefix(const Device& d) {
         case DeviceType::ParallelPort: return "parallel" + std::to_string(d.number);
         case DeviceType::SerialPort: return "serial" + std::to_string(d.number);
         case DeviceType::Network: return "ethernet" + std::to_string(d.number);
-        case DeviceType::IdeController: return "ide" + std::to_string(d.number);
-        case DeviceType::ScsiController: return "scsi" + std::to_string(d.number);
+        case DeviceType::IdeController:
+        case DeviceType::ScsiController:
+        case DeviceType::SataController:
+        case DeviceType::NvmeController:
+            return std::string(busRow(*busOfController(d.type)).keyStem) + std::to_string(d.number);
         case DeviceType::Sound: return "sound";
         case DeviceType::Usb: return "usb";
         case DeviceType::Mouse: return "vmmouse";
@@ -97,8 +101,7 @@ std::vector<const Device*> sortedByNumber(const DeviceStore& store, DeviceType t
 std::vector<const Device*> devicesOnBus(const DeviceStore& store, std::string_view bus) {
     std::vector<const Device*> list;
     for (DeviceType t : {DeviceType::HardDisk, DeviceType::CdRom, DeviceType::GenericScsi}) {
-        // Generic SCSI devices live on SCSI nodes only.
-        if (t == DeviceType::GenericScsi && bus != "SCSI") continue;
+        if (!busAllowed(t, *busFromName(bus))) continue;
         for (const Device& d : store.devices(t)) {
             if (d.node.ControllerType() == bus && d.node.ControllerNumber() >= 0 && d.node.NodeNumber() >= 0)
                 list.push_back(&d);
@@ -293,10 +296,18 @@ void writeAll(VmxLines& out, const VmConfiguration& c) {
 
     const DeviceStore& s = c.devices;
     const std::string& folder = c.identity.vmxFolder;
-    writeSection(out, vmx::kIdeControllersBanner, sortedByNumber(s, DeviceType::IdeController), folder);
-    writeSection(out, vmx::kIdeDisksBanner, devicesOnBus(s, "IDE"), folder);
-    writeSection(out, vmx::kScsiControllersBanner, sortedByNumber(s, DeviceType::ScsiController), folder);
-    writeSection(out, vmx::kScsiDisksBanner, devicesOnBus(s, "SCSI"), folder);
+    // Each bus: its controllers, then the devices on its nodes.
+    const std::pair<std::string_view, std::string_view> busBanners[] = {
+        {vmx::kIdeControllersBanner, vmx::kIdeDisksBanner},
+        {vmx::kScsiControllersBanner, vmx::kScsiDisksBanner},
+        {vmx::kSataControllersBanner, vmx::kSataDisksBanner},
+        {vmx::kNvmeControllersBanner, vmx::kNvmeDisksBanner},
+    };
+    for (const BusRow& row : busRows()) {
+        const auto& [controllers, disks] = busBanners[static_cast<std::size_t>(row.bus)];
+        writeSection(out, controllers, sortedByNumber(s, row.controllerType), folder);
+        writeSection(out, disks, devicesOnBus(s, row.label), folder);
+    }
     writeSection(out, vmx::kNicsBanner, sortedByNumber(s, DeviceType::Network), folder);
     writeSection(out, vmx::kSoundBanner, sortedByNumber(s, DeviceType::Sound), folder);
     writeSection(out, vmx::kUsbBanner, sortedByNumber(s, DeviceType::Usb), folder);

@@ -198,7 +198,7 @@ std::string adapterMismatchText(std::string_view adapterType, DiskBus nodeBus) {
     for (const AdapterBus& a : kAdapterBuses) {
         if (a.adapterType == adapterType) diskBus = a.bus;
     }
-    if (!diskBus || *diskBus == nodeBus) return {};
+    if (!diskBus || *diskBus == nodeBus || nodeBus == DiskBus::Sata || nodeBus == DiskBus::Nvme) return {};
     const char* made = *diskBus == DiskBus::Ide ? "an IDE" : "a SCSI";
     const char* node = nodeBus == DiskBus::Ide ? "an IDE" : "a SCSI";
     return "This disk was made for " + std::string(made) + " adapter (adapter type \"" + std::string(adapterType) +

@@ -44,7 +44,7 @@ std::optional<DiskKind> diskKindFromName(std::string_view name) {
 
 DiskAdapter adapterForNode(DiskBus bus, std::string_view scsiControllerType) {
     if (bus == DiskBus::Ide) return DiskAdapter::Ide;
-    return scsiControllerType == "buslogic" ? DiskAdapter::BusLogic : DiskAdapter::LsiLogic;
+    return bus == DiskBus::Scsi && scsiControllerType == "buslogic" ? DiskAdapter::BusLogic : DiskAdapter::LsiLogic;
 }
 
 std::int64_t roundHalfEven(double value) {

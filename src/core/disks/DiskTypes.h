@@ -12,7 +12,7 @@ inline constexpr std::int64_t kSectorBytes = 512;
 enum class DiskAdapter { Ide, BusLogic, LsiLogic };
 
 // The bus of the node a hard disk sits on.
-enum class DiskBus { Ide, Scsi };
+enum class DiskBus { Ide, Scsi, Sata, Nvme };
 
 // The disk kinds, numbered as the create-disk dialog numbers its disk-type choice.
 // GrowableDescriptor is a growable disk in one sparse extent with a descriptor file of its
@@ -44,7 +44,9 @@ std::optional<DiskKind> diskKindFromName(std::string_view name);
 
 // The adapter a new disk gets on a node of `bus`: "ide" on IDE; on SCSI the controller's
 // own type when it is "buslogic", otherwise "lsilogic" (the adapter type VMware writes for
-// its LSI Logic controllers).
+// its LSI Logic controllers). Disks on SATA and NVMe nodes get "lsilogic" too: a descriptor
+// has no SATA or NVMe adapter type, and Workstation 17 writes "lsilogic" for the disk of its
+// new machines on "nvme0:0" (corpus disk of a Windows 10 machine); SATA is taken to be the same.
 DiskAdapter adapterForNode(DiskBus bus, std::string_view scsiControllerType);
 
 // Converts to an integer by rounding to the nearest integer, halves to the even neighbour

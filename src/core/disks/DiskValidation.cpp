@@ -108,6 +108,8 @@ std::optional<Message> checkDiskName(std::string_view fileName) {
 }
 
 std::optional<int> adapterMismatchWarning(DiskAdapter adapter, DiskBus nodeBus) {
+    // A disk of any adapter type serves a SATA or NVMe node: the products write "lsilogic" there.
+    if (nodeBus == DiskBus::Sata || nodeBus == DiskBus::Nvme) return std::nullopt;
     const DiskBus adapterBus = adapter == DiskAdapter::Ide ? DiskBus::Ide : DiskBus::Scsi;
     if (adapterBus == nodeBus) return std::nullopt;
     return nodeBus == DiskBus::Ide ? text::kScsiAdapterOnIdeNode : text::kIdeAdapterOnScsiNode;

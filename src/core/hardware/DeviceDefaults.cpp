@@ -67,7 +67,9 @@ void applyNewDeviceDefaults(Device& d) {
             s.setFlag(".present", true);
             s.setFlag(".generic.autoconnect", false);
             break;
-        case DeviceType::IdeController: s.setFlag(".present", true); break;
+        case DeviceType::IdeController:
+        case DeviceType::SataController:
+        case DeviceType::NvmeController: s.setFlag(".present", true); break;
         case DeviceType::ScsiController:
             s.setFlag(".present", true);
             s.set(".virtualDev", "buslogic");

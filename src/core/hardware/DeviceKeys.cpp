@@ -10,7 +10,7 @@ namespace {
 
 using K = ValueKind;
 
-constexpr std::string_view kScsiAdapters[] = {"buslogic", "lsilogic"};
+constexpr std::string_view kScsiAdapters[] = {"buslogic", "lsilogic", "lsisas1068", "pvscsi"};
 constexpr std::string_view kDiskModes[] = {"persistent", "independent-persistent",
                                            "independent-nonpersistent"};
 constexpr std::string_view kNicTypes[] = {"vlance", "vmxnet", "e1000", "e1000e", "vmxnet3"};
@@ -23,6 +23,8 @@ constexpr std::string_view kPipeEnds[] = {"client", "server"};
 
 constexpr std::span<const std::string_view> none{};
 
+// IDE, SATA and NVMe controllers have their presence only; a SATA or NVMe controller's
+// "pciSlotNumber" and "subnqnUUID" are the product's own and stay as kept lines.
 const DeviceKey kIdeControllerKeys[] = {{".present", K::Flag, none}};
 
 const DeviceKey kScsiControllerKeys[] = {
@@ -117,7 +119,9 @@ std::span<const DeviceKey> deviceKeys(DeviceType type) {
         case DeviceType::Sound: return kSoundKeys;
         case DeviceType::Network: return kNetworkKeys;
         case DeviceType::Usb: return kUsbKeys;
-        case DeviceType::IdeController: return kIdeControllerKeys;
+        case DeviceType::IdeController:
+        case DeviceType::SataController:
+        case DeviceType::NvmeController: return kIdeControllerKeys;
         case DeviceType::ScsiController: return kScsiControllerKeys;
         case DeviceType::HardDisk:
         case DeviceType::CdRom:

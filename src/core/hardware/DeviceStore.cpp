@@ -30,6 +30,7 @@ DeviceStore::DeviceStore(const DeviceStore& other) { *this = other; }
 
 DeviceStore& DeviceStore::operator=(const DeviceStore& other) {
     if (this == &other) return *this;
+    busOptions = other.busOptions;
     for (std::size_t t = 0; t < types_.size(); ++t) {
         const Collection& from = other.types_[t];
         Collection& to = types_[t];
@@ -164,12 +165,13 @@ bool DeviceStore::remove(DeviceType type, std::string_view identifier) {
 void DeviceStore::orderByNode(DeviceType type) {
     if (!isNodeDevice(type)) return;
     Collection& c = of(type);
-    // A device on no node (bus rank 2) sorts after every placed one.
+    // A device on no node sorts after every placed one. Placed devices go by bus label in
+    // text order (IDE, NVMe, SATA, SCSI), then controller and node: the order the loader
+    // numbers a file's devices in.
     auto rank = [](const Device& d) {
-        const std::string& bus = d.node.ControllerType();
-        int busRank = bus == "IDE" ? 0 : bus == "SCSI" ? 1 : 2;
-        if (d.node.ControllerNumber() < 0 || d.node.NodeNumber() < 0) busRank = 2;
-        return std::make_tuple(busRank, d.node.ControllerNumber(), d.node.NodeNumber());
+        const bool unplaced = d.node.ControllerType().empty() || d.node.ControllerNumber() < 0 || d.node.NodeNumber() < 0;
+        return std::make_tuple(unplaced, unplaced ? std::string_view{} : std::string_view(d.node.ControllerType()),
+                               d.node.ControllerNumber(), d.node.NodeNumber());
     };
     std::stable_sort(c.devices.begin(), c.devices.end(),
                      [&](const auto& a, const auto& b) { return rank(*a) < rank(*b); });

@@ -17,6 +17,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "core/hardware/BusTable.h"
 #include "core/hardware/Device.h"
 
 namespace arden {
@@ -101,7 +102,7 @@ public:
     Device* findByNumber(DeviceType type, int number);
     const Device* findByNumber(DeviceType type, int number) const;
 
-    // The disk-like device on a node ("IDE"/"SCSI", controller, node), of any disk-like type.
+    // The disk-like device on a node ("IDE"/"SCSI"/"SATA"/"NVMe", controller, node), of any disk-like type.
     const Device* deviceOnNode(std::string_view controllerType, int controller, int node) const;
 
     // Creates a device of `type` with the defaults a new device of that type gets, numbered
@@ -118,7 +119,7 @@ public:
     bool remove(DeviceType type, std::string_view identifier);
 
     // Numbers the devices of a disk-like type in node order, the order a file lists them in and
-    // the loader numbers them by: IDE before SCSI, then controller, then node; a device on no
+    // the loader numbers them by: bus label (IDE, NVMe, SATA, SCSI), then controller, then node; a device on no
     // node comes last. Its collection is put in that order too, so that the name a device is
     // shown by ("Hard Disk 2") is the one it has when the saved file is opened again. Called
     // after every placement, move and removal of such a device.
@@ -133,6 +134,10 @@ public:
 
     // Two stores are equal when they hold equal devices in the same order.
     bool operator==(const DeviceStore& other) const;
+
+    // What the machine's product adds to the buses (wider SCSI nodes, placement order); set
+    // by the configuration whenever its product changes.
+    BusOptions busOptions;
 
 private:
     // Per type: the devices in order, an index by identifier, how often each key number is

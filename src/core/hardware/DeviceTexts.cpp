@@ -32,6 +32,8 @@ constexpr std::array<TypeTexts, kDeviceTypeCount> kTexts = {{
     {"Generic SCSI Device", "Gen SCSI", "gen", 1},
     {"Display", "Display", "disp", -1},
     {"Mouse", "Mouse", "mouse", -1},
+    {"SATA Controller", "SATA Controller", "satac", 0},
+    {"NVMe Controller", "NVMe Controller", "nvmec", 0},
 }};
 
 const TypeTexts& texts(DeviceType t) { return kTexts[static_cast<std::size_t>(t)]; }
@@ -125,10 +127,16 @@ std::string deviceSummary(const Device& d) {
         case DeviceType::Usb:
             return std::string(d.enabled() ? "Enabled" : "Disabled") +
                    (s.flag(".generic.autoconnect", false) ? ", devices connect automatically" : "");
-        case DeviceType::IdeController: return d.enabled() ? "Enabled" : "Disabled";
+        case DeviceType::IdeController:
+        case DeviceType::SataController:
+        case DeviceType::NvmeController: return d.enabled() ? "Enabled" : "Disabled";
         case DeviceType::ScsiController: {
             std::string dev = toLowerAscii(s.text(".virtualDev"));
-            std::string text = dev == "lsilogic" ? "LsiLogic" : dev == "buslogic" || dev.empty() ? "BusLogic" : dev;
+            std::string text = dev == "lsilogic"                   ? "LsiLogic"
+                               : dev == "buslogic" || dev.empty() ? "BusLogic"
+                               : dev == "lsisas1068"              ? "LSI Logic SAS"
+                               : dev == "pvscsi"                  ? "VMware Paravirtual"
+                                                                  : dev;
             return text + onOff(d);
         }
         case DeviceType::HardDisk:

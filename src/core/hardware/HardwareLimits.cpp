@@ -3,7 +3,8 @@
 namespace arden {
 
 bool canAddDevice(DeviceType type, int count, const DeviceMaxima& m) {
-    const int diskNodes = 7 * m.scsiControllers + 3;
+    const int cdNodes = m.scsiNodes * m.scsiControllers + 30 * m.sataControllers + 3;
+    const int diskNodes = cdNodes + 15 * m.nvmeControllers;
     switch (type) {
         case DeviceType::Cpu: return count == m.cpus - 1 || (count >= 1 && count < m.cpus);
         case DeviceType::Memory:
@@ -15,8 +16,10 @@ bool canAddDevice(DeviceType type, int count, const DeviceMaxima& m) {
         case DeviceType::Network: return m.nics >= 1 && count <= m.nics - 1;
         case DeviceType::IdeController: return count < 2;
         case DeviceType::ScsiController: return m.scsiControllers >= 1 && count <= m.scsiControllers - 1;
-        case DeviceType::HardDisk:
-        case DeviceType::CdRom: return count <= diskNodes;
+        case DeviceType::SataController: return count < m.sataControllers;
+        case DeviceType::NvmeController: return count < m.nvmeControllers;
+        case DeviceType::HardDisk: return count <= diskNodes;
+        case DeviceType::CdRom: return count <= cdNodes;
         case DeviceType::GenericScsi: return count <= 7 * m.scsiControllers - 1;
         case DeviceType::Display:
         case DeviceType::Mouse: return count < 1;

@@ -18,6 +18,9 @@ struct DeviceMaxima {
     int nics = 0;
     int scsiControllers = 0;
     int serialPorts = 4;
+    int sataControllers = 0;  // 4 on products with SATA, else 0
+    int nvmeControllers = 0;  // 4 on products with NVMe, else 0
+    int scsiNodes = 7;        // device nodes per SCSI controller counted for disks (15 when wide)
     bool operator==(const DeviceMaxima&) const = default;
 };
 
@@ -32,8 +35,10 @@ using DeviceCounts = std::array<int, kDeviceTypeCount>;  // DeviceStore::counts(
 //   IDE Controller < 2
 //   Network Adapter   NIC maximum >= 1 and count <= NIC maximum - 1
 //   SCSI Controller   SCSI maximum >= 1 and count <= SCSI maximum - 1
-//   Hard Disk, DVD/CD-ROM Drive   count <= 7 x SCSI maximum + 3 (four IDE nodes, seven per
-//                  SCSI controller)
+//   SATA Controller, NVMe Controller   count < the product's maximum (0 without the bus)
+//   Hard Disk      count <= SCSI nodes x SCSI maximum + 30 x SATA maximum + 15 x NVMe maximum
+//                  + 3 (four IDE nodes; seven nodes per SCSI controller on the original products)
+//   DVD/CD-ROM Drive   the same without the NVMe nodes
 //   Generic SCSI Device           count <= 7 x SCSI maximum - 1
 bool canAddDevice(DeviceType type, int count, const DeviceMaxima& maxima);
 

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <map>
 #include <set>
+#include <span>
 
 #include "core/hardware/DeviceTexts.h"
 #include "core/support/TextUtil.h"
@@ -23,6 +24,11 @@ struct HolderKind {
 constexpr HolderKind kHolderKinds[] = {
     {"Hard", DeviceType::HardDisk}, {"CD", DeviceType::CdRom}, {"Gen", DeviceType::GenericScsi}};
 
+// The buses in the order a new device tries them (see placeOnFirstFreeNode).
+constexpr Bus kOriginalOrder[] = {Bus::Ide, Bus::Scsi};
+constexpr Bus kModernDiskOrder[] = {Bus::Nvme, Bus::Scsi, Bus::Sata, Bus::Ide};
+constexpr Bus kModernCdRomOrder[] = {Bus::Sata, Bus::Ide, Bus::Scsi};
+
 bool sitsOn(const Device& d, Bus bus, int controller, int node) {
     return d.node.ControllerType() == busName(bus) && d.node.ControllerNumber() == controller &&
            d.node.NodeNumber() == node;
@@ -33,15 +39,31 @@ bool isPlaced(const Device& d) {
 }
 
 void place(Device& d, Bus bus, int controller, int node) {
+    if (d.type == DeviceType::HardDisk && !busRow(bus).diskType && equalsIgnoreCase(d.settings.text(".deviceType"), "disk"))
+        d.settings.unset(".deviceType");
     d.node.setControllerType(std::string(busName(bus)));
     d.node.setControllerNumber(controller);
     d.node.setNodeNumber(node);
 }
 
+Message busFull(Bus bus) { return Message{MessageKind::Information, {TextPart::fromId(170)}, {TextPart::fromId(busRow(bus).fullNoticeId)}}; }
+
 Message notice(int textId) { return Message{MessageKind::Information, {TextPart::fromId(170)}, {TextPart::fromId(textId)}}; }
 
 Message invalidSelection(TextParts text) {
     return Message{MessageKind::Warning, {TextPart::fromId(191)}, std::move(text)};
+}
+
+// "SCSI" for a generic SCSI device, "IDE, SCSI or SATA" for a DVD/CD-ROM drive.
+std::string allowedBusesText(DeviceType type) {
+    std::vector<std::string_view> names;
+    for (const BusRow& row : busRows()) {
+        if (busAllowed(type, row.bus)) names.push_back(row.label);
+    }
+    std::string text;
+    for (std::size_t i = 0; i < names.size(); ++i)
+        text += (i == 0 ? "" : i + 1 == names.size() ? " or " : ", ") + std::string(names[i]);
+    return text;
 }
 
 // Puts `device` on the first free node of `bus`; false when every node is held.
@@ -58,41 +80,44 @@ bool placeOnBus(DeviceStore& store, Device& device, Bus bus) {
 
 }  // namespace
 
-std::string_view busName(Bus bus) { return bus == Bus::Ide ? "IDE" : "SCSI"; }
-
-std::optional<Bus> busFromName(std::string_view name) {
-    if (name == "IDE") return Bus::Ide;
-    if (name == "SCSI") return Bus::Scsi;
-    return std::nullopt;
+int nodesPerController(const DeviceStore& store, Bus bus, const Device& controller) {
+    if (bus != Bus::Scsi) return busRow(bus).nodes;
+    // SCSI: the original products offer n:0-n:6 on every type, and so does a BusLogic controller
+    // anywhere. Later products give LSI Logic, LSI Logic SAS and paravirtual controllers units
+    // 0-15 (7 the controller's own), the reference's confirmed figure for hardware version 7 on;
+    // the paravirtual controller's units up to 63 are taken where the product tables say the
+    // product has them (the first hardware version of that is not settled by the sources).
+    const BusOptions& options = store.busOptions;
+    const std::string type = toLowerAscii(controller.settings.text(".virtualDev"));
+    if (!options.wideScsi || type.empty() || type == "buslogic") return busRow(bus).nodes;
+    if (type == "pvscsi" && options.wideParavirtual) return 64;
+    return 16;
 }
 
 std::string nodeLabel(Bus bus, int controller, int node) {
     return std::string(busName(bus)) + " " + std::to_string(controller) + ":" + std::to_string(node);
 }
 
-bool busAllowed(DeviceType type, Bus bus) {
-    return isNodeDevice(type) && (type != DeviceType::GenericScsi || bus == Bus::Scsi);
-}
-
 std::vector<std::string> nodeList(const DeviceStore& store, Bus bus) {
+    const BusRow& row = busRow(bus);
     // Every node of the bus with its holder text (empty: free).
     std::map<NodeKey, std::string> nodes;
-    if (bus == Bus::Ide) {
-        for (int c = 0; c < kIdeControllers; ++c) {
-            for (int n = 0; n < kIdeNodesPerController; ++n) nodes[{c, n}];
-        }
+    auto addController = [&](int number, int count) {
+        for (int n = 0; n < count; ++n) nodes[{number, n}];
+        if (row.ownNode >= 0) nodes[{number, row.ownNode}] = std::string(kControllerHolderPrefix);
+    };
+    if (!row.declaredControllers) {
+        for (int c = 0; c < row.maxControllers; ++c) addController(c, row.nodes);
     } else {
-        for (const Device& controller : store.devices(DeviceType::ScsiController)) {
-            if (controller.number < 0) continue;
-            for (int n = 0; n < kScsiDeviceNodes; ++n) nodes[{controller.number, n}];
-            nodes[{controller.number, kScsiControllerNode}] = std::string(kControllerHolderPrefix);
+        for (const Device& controller : store.devices(row.controllerType)) {
+            if (controller.number >= 0) addController(controller.number, nodesPerController(store, bus, controller));
         }
     }
     std::set<NodeKey> taken;  // the first device on a node holds it
     for (DeviceType t : kNodeTypes) {
         if (!busAllowed(t, bus)) continue;
         for (const Device& d : store.devices(t)) {
-            if (d.node.ControllerType() != busName(bus) || !isPlaced(d)) continue;
+            if (d.node.ControllerType() != row.label || !isPlaced(d)) continue;
             NodeKey key{d.node.ControllerNumber(), d.node.NodeNumber()};
             if (taken.insert(key).second) nodes[key] = store.displayText(d);
         }
@@ -117,15 +142,12 @@ std::optional<std::size_t> findFirstFreeNode(const std::vector<std::string>& lab
 std::optional<ParsedNodeLabel> parseNodeLabel(std::string_view label) {
     ParsedNodeLabel parsed;
     std::string_view rest;
-    if (label.starts_with("IDE ")) {
-        parsed.bus = Bus::Ide;
-        rest = label.substr(4);
-    } else if (label.starts_with("SCSI ")) {
-        parsed.bus = Bus::Scsi;
-        rest = label.substr(5);
-    } else {
-        return std::nullopt;
-    }
+    const auto row = std::find_if(busRows().begin(), busRows().end(), [&](const BusRow& r) {
+        return label.size() > r.label.size() && label.starts_with(r.label) && label[r.label.size()] == ' ';
+    });
+    if (row == busRows().end()) return std::nullopt;
+    parsed.bus = row->bus;
+    rest = label.substr(row->label.size() + 1);
     std::size_t colon = rest.find(':');
     if (colon == std::string_view::npos) return std::nullopt;
     std::size_t blank = rest.find(' ', colon);
@@ -168,8 +190,8 @@ NodeChoice chooseNode(DeviceStore& store, DeviceType type, std::string_view iden
     const std::string bare = nodeLabel(parsed->bus, parsed->controller, parsed->node);
     if (!busAllowed(type, parsed->bus)) {
         result.message = invalidSelection({TextPart::fixed(
-            "A " + std::string(englishTypeName(type)) + " sits on SCSI nodes only, not on " + bare +
-            ". Free nodes: " + freeNodesText(store, type))});
+            "A " + std::string(englishTypeName(type)) + " sits on " + allowedBusesText(type) + " nodes only, not on " +
+            bare + ". Free nodes: " + freeNodesText(store, type))});
         return result;
     }
     // The holder of the node, as the machine's node list shows it.
@@ -208,7 +230,7 @@ NodeChoice chooseNode(DeviceStore& store, DeviceType type, std::string_view iden
         return result;
     }
     if (!placeOnBus(store, *holder, parsed->bus)) {
-        result.message = notice(parsed->bus == Bus::Ide ? 171 : 172);
+        result.message = busFull(parsed->bus);
         return result;
     }
     place(*device, parsed->bus, parsed->controller, parsed->node);
@@ -227,7 +249,7 @@ NodeChoice chooseBus(DeviceStore& store, DeviceType type, std::string_view ident
     const std::vector<std::string> labels = nodeList(store, bus);
     if (const auto free = findFirstFreeNode(labels)) return chooseNode(store, type, identifier, labels[*free]);
     NodeChoice result;
-    result.message = notice(bus == Bus::Ide ? 171 : 172);
+    result.message = busFull(bus);
     return result;
 }
 
@@ -248,15 +270,27 @@ Placement placeWithoutOrdering(DeviceStore& store, Device& device) {
     }
     if (device.type == DeviceType::GenericScsi) {
         result.placed = placeOnBus(store, device, Bus::Scsi);
-        if (!result.placed) result.notices.push_back(notice(172));
+        if (!result.placed) result.notices.push_back(busFull(Bus::Scsi));
         return result;
     }
-    if (placeOnBus(store, device, Bus::Ide)) {
+    if (store.busOptions.modernPlacement) {
+        std::span<const Bus> order = device.type == DeviceType::CdRom ? std::span<const Bus>(kModernCdRomOrder)
+                                                                      : std::span<const Bus>(kModernDiskOrder);
+        for (Bus bus : order) {
+            if (placeOnBus(store, device, bus)) {
+                result.placed = true;
+                return result;
+            }
+        }
+        result.notices.push_back(notice(404));
+        return result;
+    }
+    if (placeOnBus(store, device, kOriginalOrder[0])) {
         result.placed = true;
         return result;
     }
-    result.notices.push_back(notice(171));
-    result.placed = placeOnBus(store, device, Bus::Scsi);
+    result.notices.push_back(busFull(kOriginalOrder[0]));
+    result.placed = placeOnBus(store, device, kOriginalOrder[1]);
     if (!result.placed) result.notices.push_back(notice(173));
     return result;
 }
@@ -265,9 +299,9 @@ Placement placeWithoutOrdering(DeviceStore& store, Device& device) {
 
 std::string freeNodesText(const DeviceStore& store, DeviceType type) {
     std::string text;
-    for (Bus bus : {Bus::Ide, Bus::Scsi}) {
-        if (!busAllowed(type, bus)) continue;
-        for (const std::string& label : nodeList(store, bus)) {
+    for (const BusRow& row : busRows()) {
+        if (!busAllowed(type, row.bus)) continue;
+        for (const std::string& label : nodeList(store, row.bus)) {
             if (label.find('-') == std::string::npos) text += (text.empty() ? "" : ", ") + label;
         }
     }
@@ -276,17 +310,17 @@ std::string freeNodesText(const DeviceStore& store, DeviceType type) {
 
 bool hasFreeNode(const DeviceStore& store, DeviceType type) {
     if (!isNodeDevice(type)) return true;
-    for (Bus bus : {Bus::Ide, Bus::Scsi}) {
-        if (busAllowed(type, bus) && findFirstFreeNode(nodeList(store, bus))) return true;
+    for (const BusRow& row : busRows()) {
+        if (busAllowed(type, row.bus) && findFirstFreeNode(nodeList(store, row.bus))) return true;
     }
     return false;
 }
 
-std::vector<const Device*> devicesOnScsiController(const DeviceStore& store, int number) {
+std::vector<const Device*> devicesOnController(const DeviceStore& store, Bus bus, int number) {
     std::vector<const Device*> held;
     for (DeviceType t : kNodeTypes) {
         for (const Device& d : store.devices(t)) {
-            if (d.node.ControllerType() == busName(Bus::Scsi) && d.node.ControllerNumber() == number) held.push_back(&d);
+            if (d.node.ControllerType() == busName(bus) && d.node.ControllerNumber() == number) held.push_back(&d);
         }
     }
     std::stable_sort(held.begin(), held.end(),
@@ -294,9 +328,10 @@ std::vector<const Device*> devicesOnScsiController(const DeviceStore& store, int
     return held;
 }
 
-std::vector<std::string> removeScsiController(DeviceStore& store, std::string_view identifier) {
+std::vector<std::string> removeController(DeviceStore& store, DeviceType controllerType, std::string_view identifier) {
     std::vector<std::string> report;
-    const Device* controller = store.find(DeviceType::ScsiController, identifier);
+    const auto bus = busOfController(controllerType);
+    const Device* controller = bus ? store.find(controllerType, identifier) : nullptr;
     if (!controller) return report;
     // The devices by identity, with the names and nodes they had while the controller stood.
     struct Held {
@@ -305,16 +340,22 @@ std::vector<std::string> removeScsiController(DeviceStore& store, std::string_vi
         std::string before;
     };
     std::vector<Held> held;
-    for (const Device* d : devicesOnScsiController(store, controller->number))
+    for (const Device* d : devicesOnController(store, *bus, controller->number))
         held.push_back({d->type, d->identifier, store.displayText(*d) + " (" + placedNodeLabel(*d) + ")"});
-    store.remove(DeviceType::ScsiController, identifier);
+    store.remove(controllerType, identifier);
+    // Where the devices go: IDE, the bus's other controllers, then the other buses.
+    std::vector<Bus> order{Bus::Ide};
+    if (*bus != Bus::Ide) order.push_back(*bus);
+    for (const BusRow& row : busRows()) {
+        if (std::find(order.begin(), order.end(), row.bus) == order.end()) order.push_back(row.bus);
+    }
     for (const Held& h : held) {
         Device* d = store.find(h.type, h.identifier);
         d->node.setControllerNumber(-1);
         d->node.setNodeNumber(-1);
         d->node.setControllerType({});
-        bool moved = busAllowed(h.type, Bus::Ide) && placeOnBus(store, *d, Bus::Ide);
-        if (!moved) moved = placeOnBus(store, *d, Bus::Scsi);
+        const bool moved = std::any_of(order.begin(), order.end(),
+                                       [&](Bus to) { return busAllowed(h.type, to) && placeOnBus(store, *d, to); });
         if (moved) {
             report.push_back(h.before + " moved to " + placedNodeLabel(*d));
         } else {
@@ -328,10 +369,13 @@ std::vector<std::string> removeScsiController(DeviceStore& store, std::string_vi
 
 std::string undeclaredControllerText(const DeviceStore& store, const Device& d) {
     const int controller = d.node.ControllerNumber();
-    if (d.node.ControllerType() != busName(Bus::Scsi) || store.findByNumber(DeviceType::ScsiController, controller))
+    const auto bus = busFromName(d.node.ControllerType());
+    if (!bus || !busRow(*bus).declaredControllers || store.findByNumber(busRow(*bus).controllerType, controller))
         return {};
-    return store.displayText(d) + " sits on " + placedNodeLabel(d) + ", but the file declares no SCSI controller " +
-           std::to_string(controller) + " (scsi" + std::to_string(controller) + ".present)";
+    const BusRow& row = busRow(*bus);
+    return store.displayText(d) + " sits on " + placedNodeLabel(d) + ", but the file declares no " +
+           std::string(row.label) + " controller " + std::to_string(controller) + " (" + std::string(row.keyStem) +
+           std::to_string(controller) + ".present)";
 }
 
 std::vector<std::string> devicesOnUndeclaredControllers(const DeviceStore& store) {

@@ -45,7 +45,7 @@ CdRomPage::CdRomPage(VmConfiguration& config, DevicePageContext& context, QWidge
     indentedRow(layout, {chkCDRExclusive, chkCDRLegacy_})->addStretch(1);
     layout->addWidget(optCDRImage);
     indentedRow(layout, {txtCDRImage, cmdBrowseCDRImage});
-    stack({statusFrame("chkCDREnabled", "chkCDRConnectedBoot"), nodeFrame("optCDRIDE", "cboCDRIDE", "optCDRSCSI", "cboCDRSCSI"),
+    stack({statusFrame("chkCDREnabled", "chkCDRConnectedBoot"), nodeFrame("optCDRIDE", "cboCDRIDE", "optCDRSCSI", "cboCDRSCSI", "optCDRSATA", "cboCDRSATA"),
            fraConnection});
 }
 

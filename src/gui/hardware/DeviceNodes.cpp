@@ -10,7 +10,8 @@
 namespace arden::gui {
 
 QGroupBox* DevicePage::nodeFrame(const char* ideOption, const char* ideList, const char* scsiOption,
-                                 const char* scsiList) {
+                                 const char* scsiList, const char* sataOption, const char* sataList,
+                                 const char* nvmeOption, const char* nvmeList) {
     auto* f = frame("fraNode", 323);  // "Virtual Device Node"
     auto* grid = new QGridLayout(f);
     auto addBus = [&](Bus bus, const char* optionName, const char* listName, int captionId) {
@@ -27,6 +28,8 @@ QGroupBox* DevicePage::nodeFrame(const char* ideOption, const char* ideList, con
     };
     addBus(Bus::Ide, ideOption, ideList, 324);     // "IDE"
     addBus(Bus::Scsi, scsiOption, scsiList, 325);  // "SCSI"
+    addBus(Bus::Sata, sataOption, sataList, 408);  // "SATA"
+    addBus(Bus::Nvme, nvmeOption, nvmeList, 409);  // "NVMe"
     grid->setColumnStretch(1, 1);
     onFill([this](const Device& d) { showNodes(d); });
     return f;
@@ -42,6 +45,9 @@ void DevicePage::showNodes(const Device& d) {
         b.list->addItems(labels);
         // A device on the other bus (or on none) shows this bus's list without a choice.
         const bool mine = onBus == b.bus && !placed.empty();
+        const bool shown = !busRow(b.bus).declaredControllers || b.bus == Bus::Scsi || !labels.isEmpty() || mine;
+        if (b.option) b.option->setVisible(shown);
+        b.list->setVisible(shown);
         if (b.option) {
             b.option->setAutoExclusive(false);
             b.option->setChecked(mine);

@@ -1,5 +1,5 @@
 #pragma once
-// The base of the fifteen device pages. A page shows the settings of one device, the current
+// The base of the device pages. A page shows the settings of one device, the current
 // device, held by its type and identifier and looked up in the store at every use (a device
 // may be removed or its collection may grow between two edits). Controls are bound to a
 // setting of the device: filling shows the stored values while the filling flag is set, and
@@ -158,7 +158,11 @@ protected:
     // device has only its SCSI list) and the node list. Filling chooses the device's bus and
     // selects its node; choosing a node or a bus places the device by the core rules, shows
     // their message, and rebuilds both lists so that every label shows its holder.
-    QGroupBox* nodeFrame(const char* ideOption, const char* ideList, const char* scsiOption, const char* scsiList);
+    // The SATA and NVMe rows are shown only while the machine has nodes on that bus (a declared
+    // controller) or the device sits there, so a machine of the original products sees none.
+    QGroupBox* nodeFrame(const char* ideOption, const char* ideList, const char* scsiOption, const char* scsiList,
+                         const char* sataOption = nullptr, const char* sataList = nullptr,
+                         const char* nvmeOption = nullptr, const char* nvmeList = nullptr);
 
     // Lays out `frames` top to bottom, the rest of the page left empty below them.
     void stack(std::initializer_list<QWidget*> frames);

@@ -1,6 +1,7 @@
 #include "gui/hardware/DevicePages.h"
 
 #include "core/support/cRegistry.h"
+#include "gui/hardware/BusControllerPage.h"
 #include "gui/hardware/CdRomPage.h"
 #include "gui/hardware/CpuPage.h"
 #include "gui/hardware/DisplayPage.h"
@@ -44,7 +45,9 @@ DevicePages::DevicePages(VmConfiguration& config, QWidget* parent) : QStackedWid
               new IdeControllerPage(config, c, this), new ScsiControllerPage(config, c, this),
               new HardDiskPage(config, c, this),      new CdRomPage(config, c, this),
               new GenericScsiPage(config, c, this),   new DisplayPage(config, c, this),
-              new MousePage(config, c, this)};
+              new MousePage(config, c, this),
+              new BusControllerPage(config, c, DeviceType::SataController, this),
+              new BusControllerPage(config, c, DeviceType::NvmeController, this)};
     for (DevicePage* p : pages_) {
         addWidget(p);
         connect(p, &DevicePage::edited, this, &DevicePages::edited);

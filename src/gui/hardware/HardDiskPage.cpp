@@ -87,7 +87,7 @@ HardDiskPage::HardDiskPage(VmConfiguration& config, DevicePageContext& context, 
     indentedRow(modeLayout, {optHDPersist_});
     indentedRow(modeLayout, {optHDNonPersist_});
 
-    stack({statusFrame("chkHDEnabled", nullptr), nodeFrame("optHDIDE", "cboHDIDE", "optHDSCSI", "cboHDSCSI"), fraHDFile,
+    stack({statusFrame("chkHDEnabled", nullptr), nodeFrame("optHDIDE", "cboHDIDE", "optHDSCSI", "cboHDSCSI", "optHDSATA", "cboHDSATA", "optHDNVMe", "cboHDNVMe"), fraHDFile,
            fraHDMode});
 }
 
@@ -103,7 +103,9 @@ std::string HardDiskPage::modeAsRead(const Device& d) {
 }
 
 disks::DiskBus HardDiskPage::nodeBus(const Device& d) {
-    return d.node.ControllerType() == "SCSI" ? disks::DiskBus::Scsi : disks::DiskBus::Ide;
+    constexpr disks::DiskBus kDiskBuses[] = {disks::DiskBus::Ide, disks::DiskBus::Scsi, disks::DiskBus::Sata, disks::DiskBus::Nvme};
+    const auto bus = busFromName(d.node.ControllerType());
+    return kDiskBuses[static_cast<std::size_t>(bus.value_or(Bus::Ide))];
 }
 
 std::string HardDiskPage::scsiControllerType(const Device& d) const {

@@ -18,13 +18,16 @@ class HardDiskPage : public DevicePage {
 public:
     HardDiskPage(VmConfiguration& config, DevicePageContext& context, QWidget* parent);
 
+public:
+    // The bus of the disk's node.
+    static disks::DiskBus nodeBus(const Device& d);
+
 private:
     void storeMode(DiskMode mode);
     // The disk's mode as the file holds it, also one the page does not offer ("undoable").
     static std::string modeAsRead(const Device& d);
-    // The bus of the disk's node, and the type of the SCSI controller it sits on ("" on IDE):
-    // the create-disk dialog starts with that adapter, the summary compares the disk with it.
-    static disks::DiskBus nodeBus(const Device& d);
+    // The type of the SCSI controller the disk sits on ("" elsewhere): the create-disk dialog
+    // starts with that adapter, the summary compares the disk with it.
     std::string scsiControllerType(const Device& d) const;
     // The disk file as a path: a bare name is in the machine's folder.
     QString diskPath(const QString& fileName) const;

@@ -17,6 +17,7 @@
 #include "core/hardware/NodeAssignment.h"
 #include "gui/disks/DiskDialogs.h"
 #include "gui/hardware/DevicePages.h"
+#include "gui/hardware/HardDiskPage.h"
 #include "gui/hardware/frmAddHardware.h"
 #include "gui/support/FocusMarker.h"
 #include "gui/support/Icons.h"
@@ -217,7 +218,7 @@ QString HardwareListPanel::askDiskFile(const Device& disk) {
                                         : nullptr;
         CreateDiskRequest preset;
         preset.folder = folder;
-        preset.adapter = disks::adapterForNode(scsi ? disks::DiskBus::Scsi : disks::DiskBus::Ide,
+        preset.adapter = disks::adapterForNode(HardDiskPage::nodeBus(disk),
                                                controller ? controller->settings.text(".virtualDev") : std::string{});
         preset.languageOffset = o;
         QString path;
@@ -233,8 +234,8 @@ void HardwareListPanel::removeSelected() {
     std::string identifier;
     if (!keyOf(item, type, identifier)) return;
     if (!canRemoveDevice(type, config_.devices.count(type))) return;
-    if (type == DeviceType::ScsiController) {
-        if (removeScsiControllerAsked(identifier)) emit edited();
+    if (const auto bus = busOfController(type); bus && busRow(*bus).declaredControllers) {
+        if (removeControllerAsked(type, identifier)) emit edited();
         return;
     }
     if (!config_.devices.remove(type, identifier)) return;
@@ -246,24 +247,26 @@ void HardwareListPanel::removeSelected() {
     emit edited();
 }
 
-bool HardwareListPanel::removeScsiControllerAsked(const std::string& identifier) {
+bool HardwareListPanel::removeControllerAsked(DeviceType type, const std::string& identifier) {
     DeviceStore& store = config_.devices;
-    const Device* controller = store.find(DeviceType::ScsiController, identifier);
+    const Device* controller = store.find(type, identifier);
     if (!controller) return false;
     QStringList held;
-    for (const Device* d : devicesOnScsiController(store, controller->number))
+    for (const Device* d : devicesOnController(store, *busOfController(type), controller->number))
         held << qs(store.displayText(*d) + " (" + placedNodeLabel(*d) + ")");
     const int o = languageOffset_;
+    // SCSI controllers keep their own texts; SATA and NVMe ones say "controller".
+    const bool scsi = type == DeviceType::ScsiController;
     if (!held.isEmpty() &&
-        showMessage(this, MessageKind::Question, uiText(395, o),
-                    uiText(396, o) + "\n" + held.join("\n") + "\n\n" + uiText(397, o)) != Answer::Yes)
+        showMessage(this, MessageKind::Question, uiText(scsi ? 395 : 405, o),
+                    uiText(scsi ? 396 : 406, o) + "\n" + held.join("\n") + "\n\n" + uiText(397, o)) != Answer::Yes)
         return false;
-    const std::vector<std::string> report = removeScsiController(store, identifier);
+    const std::vector<std::string> report = removeController(store, type, identifier);
     fill();
     if (!report.empty()) {
         QStringList lines;
         for (const std::string& line : report) lines << qs(line);
-        showMessage(this, MessageKind::Information, uiText(398, o), lines.join("\n"));
+        showMessage(this, MessageKind::Information, uiText(scsi ? 398 : 407, o), lines.join("\n"));
     }
     return true;
 }

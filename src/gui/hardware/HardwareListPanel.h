@@ -51,7 +51,7 @@ private:
     // The disk file of a new hard disk: created (Yes) or chosen (No); empty when cancelled.
     QString askDiskFile(const Device& disk);
     // Removes a SCSI controller; one that holds devices asks first, naming them. True when removed.
-    bool removeScsiControllerAsked(const std::string& identifier);
+    bool removeControllerAsked(DeviceType type, const std::string& identifier);
     QTreeWidgetItem* makeItem(const HardwareListEntry& entry) const;
 
     VmConfiguration& config_;

@@ -1,5 +1,6 @@
 #pragma once
-// SCSI controller page (type 9): enabled and the adapter type (BusLogic or LSI Logic).
+// SCSI controller page (type 9): enabled and the adapter type (BusLogic, LSI Logic, and where
+// the product has them LSI Logic SAS and VMware Paravirtual).
 #include "gui/hardware/DevicePage.h"
 
 namespace arden::gui {

@@ -122,6 +122,7 @@ QIcon deviceIcon(int type) {
         {"NIC", QColor(40, 120, 190)},  {"USB", QColor(90, 90, 160)},   {"IDE", QColor(100, 120, 130)},
         {"SCSI", QColor(110, 90, 140)}, {"HD", QColor(80, 80, 90)},     {"CD", QColor(170, 150, 40)},
         {"GEN", QColor(130, 100, 150)}, {"DSP", QColor(30, 150, 170)},  {"MS", QColor(120, 130, 60)},
+        {"SATA", QColor(60, 130, 100)}, {"NVMe", QColor(150, 70, 80)},
     };
     static QHash<int, QIcon> cache;
     if (type < 0 || type >= int(std::size(kLooks))) return {};

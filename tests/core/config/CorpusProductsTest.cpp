@@ -1,7 +1,9 @@
 // Every VMware-written file of the corpus is shown as the product its hardware version and keys
 // say, with its processors and memory as written, no note about either, and no refusal on save
 // (hardware versions 6 and later have PCI bridges: ten adapters are no reason to refuse).
+#include <algorithm>
 #include <fstream>
+#include <map>
 #include <set>
 #include <sstream>
 
@@ -175,4 +177,36 @@ TEST(ProductRecognition, HardwareVersionAndEsxKeysNameTheProductAndTheLinesSayIt
     EXPECT_NE(written.find("# Platform = ESXi\r\n# Version = 8.0 U2\r\nconfig.version = \"8\"\r\nvirtualHW.version = \"21\""),
               std::string::npos);
     EXPECT_EQ(shownAs(written), "ESXi 8.0 U2, hardware version 21");
+}
+
+// Every VMware-written file lists its disks and drives at their nodes on all four buses, its
+// controllers with their types, network adapters, USB controllers and sound cards, as the
+// expected list in tests/data/corpus-hardware.txt says ("## file", then "entry<TAB>summary").
+TEST(CorpusHardware, EveryVMwareWrittenFileListsItsDevicesAtTheirNodes) {
+    ARDEN_REQUIRE_CORPUS();
+    constexpr DeviceType kListed[] = {DeviceType::HardDisk,      DeviceType::CdRom,          DeviceType::GenericScsi,
+                                      DeviceType::IdeController, DeviceType::ScsiController, DeviceType::SataController,
+                                      DeviceType::NvmeController, DeviceType::Network,       DeviceType::Usb,
+                                      DeviceType::Sound};
+    std::map<std::string, std::string> expected;
+    std::ifstream in(std::filesystem::path(ARDEN_SOURCE_DIR) / "tests" / "data" / "corpus-hardware.txt");
+    std::string* block = nullptr;
+    for (std::string line; std::getline(in, line);) {
+        if (line.starts_with("## ")) block = &expected[line.substr(3)];
+        else if (block && !line.starts_with("#")) *block += line + "\n";
+    }
+    const std::set<std::string> files = vmwareWritten();
+    ASSERT_GE(files.size(), 60u);
+    for (const std::string& file : files) {
+        SCOPED_TRACE(file);
+        ASSERT_TRUE(expected.contains(file)) << "no expected list";
+        const VmConfiguration c = test::parseIn(test::readBytes(test::corpusDir() / "vmx" / file)).config;
+        std::string shown;
+        for (const HardwareListEntry& e : c.devices.hardwareList()) {
+            if (std::find(std::begin(kListed), std::end(kListed), e.type) != std::end(kListed))
+                shown += e.text + "\t" + e.summary + "\n";
+        }
+        EXPECT_EQ(shown, expected[file]);
+    }
+    EXPECT_EQ(expected.size(), files.size()) << "the expected lists name a file that is not VMware-written";
 }

@@ -1,6 +1,7 @@
 // The later device types and settings against the products: which adapter and sound types each
 // product lists, how a file's adapter type, firmware, controllers and serial ports read and write,
 // and the fitting of a machine that uses them to an older product.
+#include "core/hardware/NodeAssignment.h"
 #include "core/config/NetworkAdapterTypes.h"
 
 #include "core/config/DeviceFeatures.h"
@@ -190,6 +191,11 @@ TEST(ProductRetarget, LaterFeaturesAreListedAndFittedForAnOlderProduct) {
     LoadResult fusion = corpusFile("sharpjs-home__Windows-Server-2016.vmx");
     ASSERT_TRUE(fusion.ok);
     VmConfiguration c = fusion.config;
+    // Its SATA controller would refuse the change (Workstation 6.5x has none): the user moves the
+    // SATA CD-ROM to IDE and removes the controller first.
+    const std::string sata = c.devices.devices(DeviceType::SataController).front().identifier;
+    EXPECT_EQ(removeController(c.devices, DeviceType::SataController, sata),
+              std::vector<std::string>{"CD-ROM 1 (SATA 0:1) moved to IDE 0:0"});
     auto [ws, v65] = product("Workstation", "6.5x");
     const RetargetPlan plan = planRetarget(c, ws, v65);
     ASSERT_TRUE(plan.question);

@@ -2,6 +2,7 @@
 #include "core/hardware/NodeAssignment.h"
 
 #include "core/shell/GetText.h"
+#include "NodeTestSupport.h"
 #include "TestSupport.h"
 
 using namespace arden;
@@ -15,15 +16,7 @@ struct Machine {
     explicit Machine(int scsiControllers = 0) {
         for (int i = 0; i < scsiControllers; ++i) store.createDevice(DeviceType::ScsiController);
     }
-    Device& add(DeviceType type, std::string_view label = {}) {
-        Device& d = store.createDevice(type);
-        if (auto p = parseNodeLabel(label)) {
-            d.node.setControllerType(std::string(busName(p->bus)));
-            d.node.setControllerNumber(p->controller);
-            d.node.setNodeNumber(p->node);
-        }
-        return d;
-    }
+    Device& add(DeviceType type, std::string_view label = {}) { return test::addOnNode(store, type, label); }
 };
 
 const std::string kNoIde = "No Available Nodes: No available IDE nodes!";
