@@ -102,27 +102,50 @@ TEST(LibvirtReadsTheHardware, EveryDeviceTypeAdapterConnectionAndAddress) {
         << virsh.output;
 }
 
-// The later adapter types, EFI firmware and the processors' topology, set through the commands
-// on a Workstation 17.5x machine, as libvirt reads them.
-TEST(LibvirtReadsTheHardware, LaterAdapterTypesFirmwareAndTopology) {
+// A Workstation 17.5x machine made through the commands with an NVMe system disk, a SATA
+// DVD drive, vmxnet3 and e1000e adapters, EFI with secure boot and two cores per socket. libvirt
+// reads the drive, the adapter types, the firmware and the topology as written; it ignores NVMe,
+// so the NVMe disk is checked in the written keys and the listing, and qemu-img reads the disk.
+TEST(LibvirtReadsTheHardware, AWorkstation17MachineWithItsLaterDevices) {
     ARDEN_REQUIRE_VIRSH();
     ScratchDir dir;
     const std::string folder = (dir / "vms").string(), vmx = folder + "/Later.vmx";
     run({"new", folder, "Later", "--platform", "Workstation", "--version", "17.5x"});
+    run({"disk", "create", folder + "/system.vmdk", "--size", "2G", "--adapter", "lsilogic", "--type", "growable", "--yes"});
+    arden::test::writeBytes(dir / "vms" / "setup.iso", "");
+    run({"device", "add", vmx, "NVMe Controller"});
+    run({"device", "add", vmx, "Hard Disk", "--file", folder + "/system.vmdk", "--node", "NVMe 0:0"});
+    run({"device", "add", vmx, "SATA Controller"});
+    run({"device", "add", vmx, "DVD/CD-ROM Drive", "--file", folder + "/setup.iso", "--node", "SATA 0:1"});
     run({"device", "add", vmx, "CPU"});
     run({"device", "add", vmx, "Network Adapter"});
     run({"nic", vmx, "0", "--type", "vmxnet3", "--connection", "nat"});
     run({"nic", vmx, "1", "--type", "e1000e", "--connection", "nat"});
-    run({"machine", vmx, "--firmware", "efi", "--cores-per-socket", "2"});
+    run({"machine", vmx, "--firmware", "efi", "--secure-boot", "yes", "--cores-per-socket", "2"});
 
     ToolRun virsh = arden::test::libvirtDomainXml(dir.path(), vmx);
     ASSERT_EQ(virsh.exitCode, 0) << virsh.output;
     const std::string& xml = virsh.output;
     EXPECT_TRUE(holdsAll(xml, {"<os firmware='efi'>", "<topology sockets='1' dies='1' cores='2' threads='1'/>",
-                               "<vcpu placement='static'>2</vcpu>"}))
+                               "<vcpu placement='static'>2</vcpu>", "<controller type='sata' index='0'/>"}))
         << xml;
     const auto nics = elements(xml, "interface");
     ASSERT_EQ(nics.size(), 2u) << xml;
     EXPECT_NE(nics[0].find("<model type='vmxnet3'/>"), std::string::npos) << nics[0];
     EXPECT_NE(nics[1].find("<model type='e1000e'/>"), std::string::npos) << nics[1];
+    const auto drives = elements(xml, "disk");
+    EXPECT_TRUE(std::any_of(drives.begin(), drives.end(), [](const std::string& d) {
+        return holdsAll(d, {"device='cdrom'", "<source file='setup.iso'/>", "bus='sata'", "controller='0' bus='0' target='0' unit='1'"});
+    })) << xml;
+
+    const std::string text = readBytes(vmx);
+    EXPECT_TRUE(holdsAll(text, {"\r\nnvme0.present = \"TRUE\"\r\n", "\r\nnvme0:0.fileName = \"system.vmdk\"\r\n",
+                                "\r\nsata0:1.deviceType = \"cdrom-image\"\r\n", "\r\nuefi.secureBoot.enabled = \"TRUE\"\r\n"}))
+        << text;
+    EXPECT_EQ(text.find("nvme0:0.deviceType"), std::string::npos) << "a disk on NVMe is written without a device type";
+    arden::test::CliResult shown = arden::test::runCli({"show", vmx});
+    EXPECT_NE(shown.out.find("Hard Disk 1\tNVMe 0:0, system.vmdk (persistent)\tNVMe 0:0\n"), std::string::npos) << shown.out;
+    ToolRun qemu = arden::test::tool("qemu-img info " + arden::test::shellQuote(folder + "/system.vmdk"));
+    EXPECT_EQ(qemu.exitCode, 0) << qemu.output;
+    EXPECT_NE(qemu.output.find("virtual size: 2 GiB (2147483648 bytes)"), std::string::npos) << qemu.output;
 }
