@@ -104,6 +104,12 @@ TEST(BusNodes, ADriveMovesFromAFullIdeBusToSata) {
     EXPECT_EQ(placedNodeLabel(cd), "SATA 0:0");
     EXPECT_EQ(nodeList(m.store, Bus::Ide)[2], "IDE 1:0");
     EXPECT_EQ(m.store.summary(cd), "SATA 0:0, auto detect");
+
+    // A disk moved to SATA loses the "disk" device type the products write only on IDE and SCSI.
+    Device& disk = m.store.createDevice(DeviceType::HardDisk);
+    ASSERT_EQ(disk.settings.text(".deviceType"), "disk");
+    EXPECT_TRUE(chooseNode(m.store, DeviceType::HardDisk, disk.identifier, "SATA 0:3").changed);
+    EXPECT_FALSE(m.store.find(DeviceType::HardDisk, disk.identifier)->settings.has(".deviceType"));
 }
 
 TEST(BusNodes, NewDevicesOfLaterProductsPreferTheNewerBuses) {
@@ -126,7 +132,7 @@ TEST(BusNodes, NewDevicesOfLaterProductsPreferTheNewerBuses) {
 }
 
 TEST(BusNodes, RemovingASataOrNvmeControllerMovesWhatItHolds) {
-    Machine m(0, 2, 1);
+    Machine m(0, 2, 2);
     for (const char* n : {"IDE 0:0", "IDE 0:1", "IDE 1:0"}) m.add(DeviceType::HardDisk, n);
     m.add(DeviceType::CdRom, "SATA 0:1");
     m.add(DeviceType::HardDisk, "SATA 0:2");
@@ -139,7 +145,8 @@ TEST(BusNodes, RemovingASataOrNvmeControllerMovesWhatItHolds) {
     m.add(DeviceType::HardDisk, "NVMe 0:3");
     const std::string nvme0 = m.store.devices(DeviceType::NvmeController)[0].identifier;
     EXPECT_EQ(removeController(m.store, DeviceType::NvmeController, nvme0),
-              (std::vector<std::string>{"Hard Disk 5 (NVMe 0:3) moved to SATA 1:1"}));
+              (std::vector<std::string>{"Hard Disk 5 (NVMe 0:3) moved to NVMe 1:0"}))
+        << "the bus's other controller before the other buses";
 }
 
 TEST(BusNodes, DevicesOnUndeclaredSataAndNvmeControllersAreNamed) {

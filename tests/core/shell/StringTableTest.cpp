@@ -46,8 +46,8 @@ constexpr SameAsEnglish kSameAsEnglish[] = {
     {220, "de fr es it"}, {221, "de fr es it"}, {222, "de fr es it"}, {223, "de fr es it"},
     // technical terms, buses, adapters and units
     {8, "de fr es it"}, {95, "de fr es it"}, {130, "de fr es it"}, {131, "de fr es it"}, {132, "de fr es it"},
-    {292, "de fr es it"}, {293, "de es it"}, {324, "de fr es it"}, {325, "de fr es it"}, {408, "de fr es it"},
-    {409, "de fr es it"},
+    {292, "de fr es it"}, {293, "de es it"}, {324, "de fr es it"}, {325, "de fr es it"},
+    {408, "de fr es it"}, {409, "de fr es it"},
     // words the language shares with English
     {3, "it"}, {6, "it"}, {12, "fr"}, {50, "de fr it"}, {52, "es"}, {81, "de fr"}, {109, "it"}, {117, "de"},
     {129, "de"}, {200, "de es it"}, {217, "de fr"}, {228, "de fr"}, {249, "de"}, {265, "de es"}, {310, "de it"},
