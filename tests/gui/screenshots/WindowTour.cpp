@@ -72,6 +72,7 @@ public:
         homeTab();
         editorPages();
         devicePages();
+        laterMachine();
         saveSharingScreens(window_, folder(), lang_, [this](QWidget* w, const QString& name) { show(w, name); });
         optionsAndAbout();
         diskWindows();
@@ -81,6 +82,8 @@ private:
     QString folder() const { return options_.scratchFolder + "/WinXP"; }
 
     void show(QWidget* w, const QString& name) {
+        // Twice: a hidden control's frame shrinks on the first pass, its page on the second.
+        QApplication::processEvents();
         QApplication::processEvents();
         visit_(w, name);
     }
@@ -154,6 +157,33 @@ private:
             list->setCurrentItem(disks.isEmpty() ? list->topLevelItem(0) : disks.front());
         }
         show(&dialog, "add-hardware");
+    }
+
+    // A Workstation 17 machine of the corpus: its hardware list with the NVMe disk and the SATA
+    // drive, the processor page with firmware and cores per socket, and its SATA controller.
+    void laterMachine() {
+        QDir().mkpath(folder());
+        const QString copy = folder() + "/Windows 10 x64.vmx";
+        const auto sample = std::filesystem::path(ARDEN_CORPUS_DIR) / "vmx" / "lanrenlan-configbackup__Windows-10-x64.vmx";
+        QFile::remove(copy);
+        if (!QFile::copy(QString::fromStdString(sample.string()), copy)) return;
+        arden::gui::Builder* editor = window_.OpenEditorTab(true, copy, {}, 8, {});
+        if (!editor) return;
+        auto* tabs = editor->findChild<QTabWidget*>("sstMain");
+        auto* hw = editor->findChild<QTreeWidget*>("lvwHardwareList");
+        if (!tabs || !hw) return;
+        tabs->setCurrentIndex(1);  // Hardware
+        const std::pair<int, const char*> pages[] = {{10, "later-hard-disk"}, {0, "later-cpu"}, {15, "later-sata-controller"}};
+        for (const auto& [type, name] : pages) {
+            const QString prefix = QStringLiteral("H%1|").arg(type);
+            for (int i = 0; i < hw->topLevelItemCount(); ++i) {
+                if (hw->topLevelItem(i)->data(0, Qt::UserRole).toString().startsWith(prefix)) {
+                    hw->setCurrentItem(hw->topLevelItem(i));
+                    show(&window_, QString("device-") + name);
+                    break;
+                }
+            }
+        }
     }
 
     void optionsAndAbout() {
