@@ -55,8 +55,10 @@ std::optional<Message> checkDevicesWritable(const VmConfiguration& config) {
         for (const Device& d : store.devices(t)) {
             const std::string name = store.displayText(d);
             if (placedNodeLabel(d).empty()) {
-                return unableToSave(name + " sits on no IDE or SCSI node, so the file would not hold it. Choose a free "
-                                           "node on its page, or remove it. Nothing was written.");
+                // A product with SATA has more buses than the original IDE and SCSI.
+                const std::string_view buses = store.busOptions.modernPlacement ? "node" : "IDE or SCSI node";
+                return unableToSave(name + " sits on no " + std::string(buses) + ", so the file would not hold it. "
+                                           "Choose a free node on its page, or remove it. Nothing was written.");
             }
             if (t == DeviceType::HardDisk && d.enabled() && trimBlanks(d.settings.text(".fileName")).empty()) {
                 return unableToSave(name + " (" + placedNodeLabel(d) + ") names no disk file, and a machine with "

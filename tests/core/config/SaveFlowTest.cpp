@@ -143,6 +143,10 @@ TEST(SaveChecks, DevicesWithoutNodeOrDiskAndTextsTooLargeAreRefused) {
     disk.settings.setFlag(".present", true);
     EXPECT_EQ(shown(checkSave(c)), "Unable to Save: Hard Disk 1 sits on no IDE or SCSI node, so the file would not hold it. "
                                    "Choose a free node on its page, or remove it. Nothing was written.");
+    c.devices.busOptions.modernPlacement = true;  // as on a product with SATA and NVMe
+    EXPECT_EQ(shown(checkSave(c)), "Unable to Save: Hard Disk 1 sits on no node, so the file would not hold it. "
+                                   "Choose a free node on its page, or remove it. Nothing was written.");
+    c.devices.busOptions.modernPlacement = false;
     disk.node.setControllerType("IDE");
     disk.node.setControllerNumber(0);
     disk.node.setNodeNumber(1);
