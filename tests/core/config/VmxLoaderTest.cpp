@@ -166,3 +166,30 @@ TEST(VmxLoader, ADevicesUnwrittenLinesKeepTheFilesOrder) {
     EXPECT_NE(text.find("ethernet0.vnet = \"VMnet2\"\r\nethernet0.generatedAddress = \"00:0c:29:aa:bb:cc\"\r\n"),
               std::string::npos) << text;
 }
+
+// Lines of devices the writer cannot place where it read them: a second save writes what the
+// first wrote, and nothing the file said is lost or renamed.
+TEST(VmxLoader, OddDeviceLinesComeBackTheSameOnASecondSave) {
+    struct Case {
+        std::string text;
+        std::string line;  // a line both saves hold
+    };
+    const Case cases[] = {
+        // a device with no key of its own left, beside one the file never declares
+        {"scsi0.present=TRUE\nide2:0.autodetect=TRUe\nscsi0.present=\n", "ide2:0.autodetect=TRUe"},
+        // a device number with a leading zero names no device
+        {"scsi00.virtualDev=lsilogic\nscsi0.virtualDev=\n", "scsi00.virtualDev=lsilogic"},
+        // folder 4 is written as folder 0: its unreadable path goes with it, as read
+        {".encoding = \"UTF-8\"\nsharedFolder4.present = \"TRUE\"\nsharedFolder4.hostPath = \"/h\xe5\"\n"
+         "sharedFolder4.guestName = \"g\"\n",
+         "sharedFolder0.hostPath = \"/h\xe5\""},
+        // a line of a folder number no folder has goes with the folder written under it
+        {"sharedFolder4.hostPath=\rsharedFolder0=\n", "sharedFolder0="},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        const std::string first = test::resaved(c.text, 1);
+        EXPECT_EQ(test::resaved(first, 1), first);
+        EXPECT_TRUE(hasLine(first, c.line)) << first;
+    }
+}
