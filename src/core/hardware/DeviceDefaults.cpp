@@ -25,6 +25,14 @@ std::optional<std::uint32_t> generatedLowBits(std::string_view address) {
     return bits;
 }
 
+// The offset of an adapter's generated address moves its last octet only, wrapping within it
+// (a base ending in F8 gives ethernet1 an address ending in 02): every adapter of a machine
+// keeps the base's first five octets, as the files the products write show.
+std::uint32_t withLastOctetMoved(std::uint32_t bits, long long offset) {
+    const auto last = static_cast<std::uint32_t>(((static_cast<long long>(bits & 0xFFu) + offset) % 256 + 256) % 256);
+    return (bits & 0xFFFF00u) | last;
+}
+
 }  // namespace
 
 void applyNewDeviceDefaults(Device& d) {
@@ -119,11 +127,11 @@ void giveGeneratedAddress(const DeviceStore& store, Device& nic, std::uint32_t m
         if (&other == &nic) continue;
         const auto bits = generatedLowBits(other.settings.text(".generatedAddress"));
         if (!bits) continue;
-        base = *bits - static_cast<std::uint32_t>(other.settings.number(".generatedAddressOffset").value_or(0));
+        base = withLastOctetMoved(*bits, -other.settings.number(".generatedAddressOffset").value_or(0));
         break;
     }
     const int offset = kOffsetPerAdapter * nic.number;
-    nic.settings.set(".generatedAddress", generatedMacAddress((base + static_cast<std::uint32_t>(offset)) & 0xFFFFFFu));
+    nic.settings.set(".generatedAddress", generatedMacAddress(withLastOctetMoved(base, offset)));
     nic.settings.setNumber(".generatedAddressOffset", offset);
 }
 
