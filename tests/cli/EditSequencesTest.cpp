@@ -48,6 +48,19 @@ std::vector<ShownDevice> hardwareOf(const std::string& showOutput) {
     return devices;
 }
 
+// The first line where two texts differ, as "written: ...\nresaved: ...".
+std::string firstDifference(const std::string& written, const std::string& resaved) {
+    std::istringstream a(written), b(resaved);
+    std::string la, lb;
+    while (true) {
+        const bool moreA = static_cast<bool>(std::getline(a, la)), moreB = static_cast<bool>(std::getline(b, lb));
+        if (!moreA && !moreB) return "(only the line ends differ)";
+        if (!moreA) la = "(end of file)";
+        if (!moreB) lb = "(end of file)";
+        if (la != lb || !moreA || !moreB) return "written: " + la + "\nresaved: " + lb;
+    }
+}
+
 struct Figures {
     int sequences = 0;
     int edits = 0;
@@ -159,7 +172,7 @@ private:
         const fs::path again = folder_ / "resaved.vmx";
         const CliResult resave = runCli({"resave", file_, "--output", again.string(), "--yes"});
         if (resave.exitCode != 0) return "resave refused: " + resave.err;
-        if (readBytes(again) != readBytes(file_)) return "a re-save is not byte-identical";
+        if (readBytes(again) != readBytes(file_)) return "a re-save is not byte-identical:\n" + firstDifference(readBytes(file_), readBytes(again));
         return {};
     }
 

@@ -22,7 +22,10 @@ set -- -artifact_prefix="$work/crashes/" -timeout=25 -rss_limit_mb=2048 "$@"
 if [ -f "$here/$name.dict" ]; then
     set -- -dict="$here/$name.dict" "$@"
 fi
-if ! "$fuzzer" "$@" "$work/corpus" "$seeds"; then
+# The seeds are named in sorted order: libFuzzer takes a folder in the file system's order, so
+# the same -seed would take another path on another machine.
+list=$(LC_ALL=C ls "$seeds" | sed "s|^|$seeds/|" | paste -sd, -)
+if ! "$fuzzer" "$@" -seed_inputs="$list" "$work/corpus"; then
     echo "$name: failed. The reproducer is in $work/crashes/; once the bug is fixed, copy it into" >&2
     echo "tests/fuzz/seeds/$name/ so that every later run tries it again." >&2
     exit 1

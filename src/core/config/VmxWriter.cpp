@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "core/config/KeptLinesToWrite.h"
 #include "core/config/VmxLines.h"
 #include "core/config/VmxText.h"
 #include "core/hardware/BusTable.h"
@@ -12,6 +13,7 @@
 namespace arden {
 namespace {
 
+using vmx::KeptLinesToWrite;
 using vmx::VmxLines;
 
 std::string keyPrefix(const Device& d) {
@@ -79,10 +81,11 @@ bool writeOwnKeys(VmxLines& out, const Device& d, const std::string& prefix, con
     return out.mark() != start;
 }
 
-void writeDevice(VmxLines& out, const Device& d, const std::string& vmxFolder) {
+void writeDevice(VmxLines& out, const Device& d, const std::string& vmxFolder, KeptLinesToWrite& kept) {
     const std::string prefix = keyPrefix(d);
     if (writeOwnKeys(out, d, prefix, vmxFolder)) {
         writeKeptLines(out, prefix, d.keptLines);
+        if (!prefix.empty()) kept.writeUnder(out, prefix);
         return;
     }
     // A device with none of its own keys in the file would not be read back as a device: its
@@ -116,12 +119,12 @@ std::vector<const Device*> devicesOnBus(const DeviceStore& store, std::string_vi
 }
 
 void writeSection(VmxLines& out, std::string_view banner, const std::vector<const Device*>& devices,
-                  const std::string& folder) {
+                  const std::string& folder, KeptLinesToWrite& kept) {
     if (devices.empty()) return;
     std::size_t start = out.mark();
     out.banner(banner);
     std::size_t keys = out.mark();
-    for (const Device* d : devices) writeDevice(out, *d, folder);
+    for (const Device* d : devices) writeDevice(out, *d, folder, kept);
     // A section whose devices have nothing to write is left out, as one without devices.
     if (out.mark() == keys) out.truncate(start);
 }
@@ -151,7 +154,7 @@ void writeIdentity(VmxLines& out, const VmConfiguration& c) {
     }
 }
 
-void writeAdvanced(VmxLines& out, const VmConfiguration& c) {
+void writeAdvanced(VmxLines& out, const VmConfiguration& c, KeptLinesToWrite& kept) {
     static constexpr std::string_view kHardSoft[] = {"hard", "soft"};
     static constexpr std::string_view kSnapshotActions[] = {"keep", "autoRevert", "autoCommit", "prompt"};
     static constexpr std::string_view kGrabbed[] = {"normal", "high"};
@@ -180,6 +183,7 @@ void writeAdvanced(VmxLines& out, const VmConfiguration& c) {
         // A key the file did not hold for the share is written once it stands for more than
         // its absence does (the values a share without that key is read with).
         auto wanted = [&](ShareKey key, bool differsFromAbsent) { return (f.keysRead & key) || differsFromAbsent; };
+        const std::size_t keys = out.mark();
         if (wanted(kSharePresent, !f.present)) out.flag(prefix + ".present", f.present);
         if (wanted(kShareEnabled, !f.enabled)) out.flag(prefix + ".Enabled", f.enabled);
         if (wanted(kShareReadAccess, !f.readAccess)) out.flag(prefix + ".readAccess", f.readAccess);
@@ -189,6 +193,7 @@ void writeAdvanced(VmxLines& out, const VmConfiguration& c) {
         if (wanted(kShareExpiration, f.disableAfterSession))
             out.setting(prefix + ".expiration", f.disableAfterSession ? "session" : "never");
         writeKeptLines(out, prefix, f.keptLines);
+        if (out.mark() != keys) kept.writeUnder(out, prefix);
     }
 
     out.flag("snapshot.disabled", !c.snapshots.allowed);
@@ -221,40 +226,6 @@ void writeAdvanced(VmxLines& out, const VmConfiguration& c) {
     }
 }
 
-// The key of a kept line ("name = value"), lower-cased; empty for comments and lines without "=".
-std::string keptLineKey(std::string_view line) {
-    std::string_view t = trimBlanks(line);
-    if (t.empty() || t.front() == '#') return {};
-    std::size_t eq = t.find('=');
-    if (eq == std::string_view::npos) return {};
-    return toLowerAscii(trimBlanks(t.substr(0, eq)));
-}
-
-// The kept lines that go back into the file, to `write` in file order: of several lines with
-// the same key only the last is kept (it is the one that took effect), so no key ever appears
-// twice; a line whose key the writer writes itself is passed over when it is written.
-template <typename Write>
-void forEachKeptLineToWrite(const KeptLines& kept, Write&& write) {
-    std::unordered_map<std::string, std::size_t> lastIndex;
-    for (std::size_t i = 0; i < kept.size(); ++i) {
-        std::string key = keptLineKey(kept[i]);
-        if (!key.empty()) lastIndex[std::move(key)] = i;
-    }
-    for (std::size_t i = 0; i < kept.size(); ++i) {
-        std::string key = keptLineKey(kept[i]);
-        if (!key.empty() && lastIndex[key] != i) continue;
-        write(kept[i], key);
-    }
-}
-
-// A kept "key = value" line, as read, unless its key is written already.
-void writeKeptWholeLine(VmxLines& out, std::string_view line) {
-    std::string_view t = trimBlanks(line);
-    std::size_t eq = t.find('=');
-    std::string_view key = trimBlanks(t.substr(0, eq));
-    out.keptLine(key, t.substr(key.size()));
-}
-
 }  // namespace
 
 std::string relativeToVmxFolder(const std::string& fileName, const std::string& vmxFolder) {
@@ -282,8 +253,9 @@ namespace {
 void writeAll(VmxLines& out, const VmConfiguration& c) {
     if (!c.fileText.firstLine.empty()) out.raw(c.fileText.firstLine);
     if (c.fileText.convertToUtf8) out.setting(".encoding", "UTF-8");
-    forEachKeptLineToWrite(c.keptLines, [&](std::string_view line, const std::string& key) {
-        if (key == ".encoding") writeKeptWholeLine(out, line);
+    KeptLinesToWrite kept(c.keptLines);
+    kept.forEachLeft([&](std::string_view line, const std::string& key) {
+        if (key == ".encoding") vmx::writeKeptWholeLine(out, line);
     });
     out.raw(vmx::kRule);
     out.raw(vmx::titleLine());
@@ -305,29 +277,29 @@ void writeAll(VmxLines& out, const VmConfiguration& c) {
     };
     for (const BusRow& row : busRows()) {
         const auto& [controllers, disks] = busBanners[static_cast<std::size_t>(row.bus)];
-        writeSection(out, controllers, sortedByNumber(s, row.controllerType), folder);
-        writeSection(out, disks, devicesOnBus(s, row.label), folder);
+        writeSection(out, controllers, sortedByNumber(s, row.controllerType), folder, kept);
+        writeSection(out, disks, devicesOnBus(s, row.label), folder, kept);
     }
-    writeSection(out, vmx::kNicsBanner, sortedByNumber(s, DeviceType::Network), folder);
-    writeSection(out, vmx::kSoundBanner, sortedByNumber(s, DeviceType::Sound), folder);
-    writeSection(out, vmx::kUsbBanner, sortedByNumber(s, DeviceType::Usb), folder);
-    writeSection(out, vmx::kFloppiesBanner, sortedByNumber(s, DeviceType::Floppy), folder);
-    writeSection(out, vmx::kParallelBanner, sortedByNumber(s, DeviceType::ParallelPort), folder);
-    writeSection(out, vmx::kSerialBanner, sortedByNumber(s, DeviceType::SerialPort), folder);
+    writeSection(out, vmx::kNicsBanner, sortedByNumber(s, DeviceType::Network), folder, kept);
+    writeSection(out, vmx::kSoundBanner, sortedByNumber(s, DeviceType::Sound), folder, kept);
+    writeSection(out, vmx::kUsbBanner, sortedByNumber(s, DeviceType::Usb), folder, kept);
+    writeSection(out, vmx::kFloppiesBanner, sortedByNumber(s, DeviceType::Floppy), folder, kept);
+    writeSection(out, vmx::kParallelBanner, sortedByNumber(s, DeviceType::ParallelPort), folder, kept);
+    writeSection(out, vmx::kSerialBanner, sortedByNumber(s, DeviceType::SerialPort), folder, kept);
 
     out.banner(vmx::kDisplayBanner);
-    for (const Device& d : s.devices(DeviceType::Display)) writeDevice(out, d, folder);
+    for (const Device& d : s.devices(DeviceType::Display)) writeDevice(out, d, folder, kept);
     out.banner(vmx::kMouseBanner);
-    for (const Device& d : s.devices(DeviceType::Mouse)) writeDevice(out, d, folder);
+    for (const Device& d : s.devices(DeviceType::Mouse)) writeDevice(out, d, folder, kept);
 
-    writeAdvanced(out, c);
+    writeAdvanced(out, c, kept);
 
     std::size_t start = out.mark();
     out.banner(vmx::kOtherParamsBanner);
     std::size_t lines = out.mark();
-    forEachKeptLineToWrite(c.keptLines, [&](std::string_view line, const std::string& key) {
+    kept.forEachLeft([&](std::string_view line, const std::string& key) {
         if (key.empty()) out.raw(line);
-        else writeKeptWholeLine(out, line);
+        else vmx::writeKeptWholeLine(out, line);
     });
     out.writeDeferred();
     if (out.mark() == lines) out.truncate(start);

@@ -103,3 +103,34 @@ TEST(VmxWriter, FileNamesInTheMachinesFolderAreWrittenRelative) {
     EXPECT_EQ(relativeToVmxFolder("/VMS/A/disk.vmdk", "/vms/a/"), "/VMS/A/disk.vmdk") << "compared with case, as the file system does";
     EXPECT_EQ(relativeToVmxFolder("auto detect", "/vms/a/"), "auto detect");
 }
+
+// A kept line under the prefix of a device or folder added after the file was opened is read
+// as that device's line when the file is opened again: it is written with the device, so a
+// second save is the same as the first, and it stays in the kept lines while nothing owns it.
+TEST(VmxWriter, KeptLinesOfANodeOrNumberGoWithTheDeviceAddedThere) {
+    LoadResult opened = test::parseIn("scsi0.present = \"TRUE\"\nscsi0:0.redo = \"\"\nEthernet0.pciSlotNumber = \"33\"\n"
+                                      "sharedFolder0.foo = \"x\"\nuuid.bios = \"56 4d\"\n");
+    VmConfiguration& c = opened.config;
+    const std::string before = writeVmxText(c);
+    const std::string kept = before.substr(before.find("##### other params"));
+    for (const char* line : {"scsi0:0.redo = \"\"", "Ethernet0.pciSlotNumber = \"33\"", "sharedFolder0.foo = \"x\""})
+        EXPECT_TRUE(hasLine(kept, line)) << "no device or folder owns it yet: " << line;
+
+    Device& disk = c.devices.createDevice(DeviceType::HardDisk);
+    disk.node.setControllerType("SCSI");
+    disk.node.setControllerNumber(0);
+    disk.node.setNodeNumber(0);
+    disk.settings.set(".fileName", "/vms/x/d.vmdk");
+    c.devices.createDevice(DeviceType::Network).settings.set(".connectionType", "nat");
+    c.sharedFolders.folders.push_back(SharedFolder{"g", "/h"});
+    const std::string first = writeVmxText(c);
+    EXPECT_NE(first.find("scsi0:0.fileName = \"d.vmdk\"\r\nscsi0:0.deviceType = \"disk\"\r\nscsi0:0.mode = \"persistent\"\r\n"
+                         "scsi0:0.redo = \"\"\r\n"),
+              std::string::npos)
+        << first;
+    EXPECT_NE(first.find("ethernet0.connectionType = \"nat\"\r\nethernet0.addressType = \"generated\"\r\nethernet0.pciSlotNumber = \"33\"\r\n"), std::string::npos)
+        << first;
+    EXPECT_NE(first.find("sharedFolder0.expiration = \"never\"\r\nsharedFolder0.foo = \"x\"\r\n"), std::string::npos) << first;
+    EXPECT_TRUE(hasLine(first.substr(first.find("##### other params")), "uuid.bios = \"56 4d\""));
+    EXPECT_EQ(test::resaved(first, 1), first);
+}
