@@ -13,6 +13,15 @@ namespace {
 
 VmConfiguration machine() { return VmConfiguration::newMachine("Test VM", "/vms/test/", "New VM", 0xABCDEF); }
 
+// A hard disk of `file` on SCSI 0:0.
+void addScsiDisk(VmConfiguration& c, const std::string& file) {
+    Device& disk = c.devices.createDevice(DeviceType::HardDisk);
+    disk.node.setControllerType("SCSI");
+    disk.node.setControllerNumber(0);
+    disk.node.setNodeNumber(0);
+    disk.settings.set(".fileName", file);
+}
+
 }  // namespace
 
 TEST(VmxWriter, TextFormOfANewMachine) {
@@ -30,11 +39,7 @@ TEST(VmxWriter, TextFormOfANewMachine) {
 
 TEST(VmxWriter, SectionsInTheirFixedOrderWithTheKeptLinesLast) {
     VmConfiguration c = machine();
-    Device& disk = c.devices.createDevice(DeviceType::HardDisk);
-    disk.node.setControllerType("SCSI");
-    disk.node.setControllerNumber(0);
-    disk.node.setNodeNumber(0);
-    disk.settings.set(".fileName", "/vms/test/disk.vmdk");
+    addScsiDisk(c, "/vms/test/disk.vmdk");
     c.devices.createDevice(DeviceType::ScsiController).settings.set(".virtualDev", "lsilogic");
     c.devices.createDevice(DeviceType::ParallelPort);
     Device& serial = c.devices.createDevice(DeviceType::SerialPort);
@@ -116,11 +121,7 @@ TEST(VmxWriter, KeptLinesOfANodeOrNumberGoWithTheDeviceAddedThere) {
     for (const char* line : {"scsi0:0.redo = \"\"", "Ethernet0.pciSlotNumber = \"33\"", "sharedFolder0.foo = \"x\""})
         EXPECT_TRUE(hasLine(kept, line)) << "no device or folder owns it yet: " << line;
 
-    Device& disk = c.devices.createDevice(DeviceType::HardDisk);
-    disk.node.setControllerType("SCSI");
-    disk.node.setControllerNumber(0);
-    disk.node.setNodeNumber(0);
-    disk.settings.set(".fileName", "/vms/x/d.vmdk");
+    addScsiDisk(c, "/vms/x/d.vmdk");
     c.devices.createDevice(DeviceType::Network).settings.set(".connectionType", "nat");
     c.sharedFolders.folders.push_back(SharedFolder{"g", "/h"});
     const std::string first = writeVmxText(c);
