@@ -1,5 +1,5 @@
 #!/bin/sh
-# The corpus comparison of the Windows build, run where there is no corpus: it must skip with
+# A corpus comparison of the Windows build, run where there is no corpus: it must skip with
 # its reason (exit 77) outside CI and fail in CI, before it looks for Wine or the programs.
 # Usage: corpus-skip-check.sh RESAVE_CORPUS_SCRIPT SCRATCH
 set -u

@@ -9,8 +9,8 @@ set -eu
 # The names below reach Wine as UTF-8 arguments.
 export LC_ALL=C.UTF-8
 linux_cli=$1 wine_run=$2 cli=$3 corpus=$4 scratch=$5
+. "$(dirname "$0")/need-corpus.sh"
 [ -x "$linux_cli" ] || { echo "FAIL: the Linux build's arden-forge-cli is needed (configure with -DARDEN_LINUX_CLI=PATH; make test-windows passes it)" >&2; exit 1; }
-[ -d "$corpus/vmx" ] || { echo "FAIL: no corpus in '$corpus' (set ARDEN_CORPUS_DIR)" >&2; exit 1; }
 rm -rf "$scratch" && mkdir -p "$scratch/linux" "$scratch/windows"
 win_scratch=$("$wine_run" winepath -w "$scratch/windows" 2>/dev/null | tr -d '\r')
 failures=0 cases=0

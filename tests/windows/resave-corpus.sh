@@ -6,14 +6,7 @@
 # Usage: resave-corpus.sh LINUX_CLI WINE_RUN CLI_EXE CORPUS SCRATCH
 set -eu
 linux_cli=$1 wine_run=$2 cli=$3 corpus=$4 scratch=$5
-# Without the corpus the test cannot run: skipped with the reason (exit 77, the test's skip
-# code), as the other corpus tests are, except in CI, where it fails.
-if [ ! -d "$corpus/vmx" ]; then
-    why="corpus of real files not found in '$corpus' (set ARDEN_CORPUS_DIR or put it in ../shared/corpus)"
-    if [ "${CI:-}" = true ]; then echo "FAIL: cannot run in CI: $why" >&2; exit 1; fi
-    echo "SKIP: $why" >&2
-    exit 77
-fi
+. "$(dirname "$0")/need-corpus.sh"
 [ -x "$linux_cli" ] || { echo "FAIL: the Linux build's arden-forge-cli is needed (configure with -DARDEN_LINUX_CLI=PATH; make test-windows passes it)" >&2; exit 1; }
 rm -rf "$scratch" && mkdir -p "$scratch/linux" "$scratch/windows"
 win_scratch=$("$wine_run" winepath -w "$scratch/windows" 2>/dev/null | tr -d '\r')
