@@ -39,18 +39,16 @@ void KeptLinesToWrite::writeUnder(VmxLines& out, std::string_view prefix) {
     for (std::size_t i : it->second) {
         if (entries_[i].written) continue;
         // Under the device's own spelling of the prefix, as a reopened file writes it back.
-        std::string_view t = trimBlanks(entries_[i].line);
-        std::string_view key = trimBlanks(t.substr(0, t.find('=')));
-        out.keptLine(std::string(prefix) + std::string(key.substr(prefix.size())), t.substr(key.size()));
+        writeKeptWholeLine(out, entries_[i].line, prefix);
         entries_[i].written = true;
     }
 }
 
-void writeKeptWholeLine(VmxLines& out, std::string_view line) {
+void writeKeptWholeLine(VmxLines& out, std::string_view line, std::string_view prefix) {
     std::string_view t = trimBlanks(line);
-    std::size_t eq = t.find('=');
-    std::string_view key = trimBlanks(t.substr(0, eq));
-    out.keptLine(key, t.substr(key.size()));
+    std::string_view key = trimBlanks(t.substr(0, t.find('=')));
+    if (prefix.empty()) out.keptLine(key, t.substr(key.size()));
+    else out.keptLine(std::string(prefix) + std::string(key.substr(prefix.size())), t.substr(key.size()));
 }
 
 }  // namespace arden::vmx

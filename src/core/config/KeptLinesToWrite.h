@@ -43,7 +43,8 @@ private:
     std::unordered_map<std::string, std::vector<std::size_t>> byPrefix_;  // lower-case prefix -> entries
 };
 
-// A kept "key = value" line, as read, unless its key is written already.
-void writeKeptWholeLine(VmxLines& out, std::string_view line);
+// A kept "key = value" line, as read, unless its key is written already; with `prefix`, the
+// key's prefix (as long as `prefix`) is written as `prefix` spells it.
+void writeKeptWholeLine(VmxLines& out, std::string_view line, std::string_view prefix = {});
 
 }  // namespace arden::vmx
